@@ -1,0 +1,55 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tavrin.Theme
+
+/**
+ * On or off, in gold. What it shows is `on`; whoever owns the fact changes it on `toggledByUser`.
+ *
+ * BrandSwitch { name: group.title; on: group.isOn; onToggledByUser: model.toggle(group.id) }
+ */
+T.AbstractButton {
+    id: root
+
+    required property string name
+    property bool on: false
+
+    signal toggledByUser()
+
+    implicitWidth: 42
+    implicitHeight: 26
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.5
+
+    onClicked: toggledByUser()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: name
+    Accessible.checkable: true
+    Accessible.checked: on
+    Accessible.onToggleAction: if (enabled) clicked()
+    Accessible.onPressAction: if (enabled) clicked()
+
+    background: Item {
+        Plate {
+            anchors.fill: parent
+            radius: height / 2
+            color: root.on ? Brand.goldHi : Brand.white(root.hovered ? 0.18 : 0.12)
+            endColor: root.on ? Brand.gold : Brand.clear
+            strokeColor: Brand.white(root.on ? 0.3 : 0.3)
+        }
+        Plate {
+            x: root.on ? parent.width - width - 3 : 3
+            y: 3
+            width: 20
+            height: 20
+            radius: 10
+            color: root.on ? Brand.onGold : Brand.ink
+
+            Behavior on x { NumberAnimation { duration: Theme.hoverDuration; easing.type: Easing.OutQuad } }
+        }
+        FocusRing { shown: root.visualFocus; around: root.height / 2 }
+    }
+}

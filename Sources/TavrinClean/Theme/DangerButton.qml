@@ -1,0 +1,17 @@
+import QtQuick
+import Tavrin.Theme
+
+/**
+ * What takes something away. Never the default of a sheet.
+ *
+ * DangerButton { text: S.moduleConfirmAction; onClicked: model.clean() }
+ */
+BrandButton {
+    tint: Brand.onDanger
+    plateColor: Brand.danger
+    plateEndColor: Brand.dangerDeep
+    glowColor: Brand.danger
+    glowStrength: 0.4
+    pressedOpacity: 0.82
+    pressedScale: 0.98
+}

@@ -1,0 +1,74 @@
+// The preview: one file at a time, looked at without opening it.
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QObject>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tavrin {
+
+class URL;
+
+/// What the preview tells of a file.
+struct PreviewFacts {
+    QString name;
+    /// The first 64 KiB of a text, with what can't be shown replaced; empty for everything else.
+    QString text;
+    bool isText = false;
+    bool isDirectory = false;
+    /// Nil when the file can't be asked.
+    std::optional<std::int64_t> bytes;
+    QString modified;
+};
+
+/// Asks the disk; never throws, and waits for nothing but the disk. A missing file has a name and nothing else.
+[[nodiscard]] PreviewFacts previewFacts(const URL& url);
+
+/// Text from `bytes` that is safe to show: UTF-8 with broken parts as U+FFFD, no control characters but line feeds and
+/// tabs, none of the marks that reverse the order of what follows.
+[[nodiscard]] QString safeText(std::string bytes);
+
+/// The one preview of the program. A list calls QuickLook.show(url), a QuickLookSheet in the window shows what stands
+/// here.
+class QuickLook : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    /// The file that is looked at, in the absolute form of its URL; empty while nothing is.
+    Q_PROPERTY(QString url READ url NOTIFY urlChanged FINAL)
+    /// What is told of it arrives a little later, from the background; until then everything but the name is empty.
+    Q_PROPERTY(QString name READ name NOTIFY factsChanged FINAL)
+    Q_PROPERTY(QString text READ text NOTIFY factsChanged FINAL)
+    Q_PROPERTY(bool isText READ isText NOTIFY factsChanged FINAL)
+    Q_PROPERTY(QString size READ size NOTIFY factsChanged FINAL)
+    Q_PROPERTY(QString modified READ modified NOTIFY factsChanged FINAL)
+    /// Size and date in one line, as far as they are known.
+    Q_PROPERTY(QString summary READ summary NOTIFY factsChanged FINAL)
+
+  public:
+    using QObject::QObject;
+
+    Q_INVOKABLE void show(const QString& url);
+    Q_INVOKABLE void close();
+
+    [[nodiscard]] QString url() const { return url_; }
+    [[nodiscard]] QString name() const { return facts_.name; }
+    [[nodiscard]] QString text() const { return facts_.text; }
+    [[nodiscard]] bool isText() const { return facts_.isText; }
+    [[nodiscard]] QString size() const;
+    [[nodiscard]] QString modified() const { return facts_.modified; }
+    [[nodiscard]] QString summary() const;
+
+  Q_SIGNALS:
+    void urlChanged();
+    void factsChanged();
+
+  private:
+    QString url_;
+    PreviewFacts facts_;
+};
+
+}  // namespace tavrin

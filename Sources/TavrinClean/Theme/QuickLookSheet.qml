@@ -1,0 +1,131 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtQuick.Window
+import Tavrin.Theme
+
+// The ids are wanted at once: nothing puts another item in the place of these.
+// qmllint disable deferred-property-id
+
+/**
+ * Shows the file that QuickLook names, over the whole window: a picture, the beginning of a text, or what is known of it.
+ * Esc and Space close it. One stands in each window.
+ *
+ * QuickLookSheet { title: S.actionQuickLook }
+ */
+T.Popup {
+    id: root
+
+    /// What it is, for screen readers; the file's name is added.
+    required property string title
+
+    readonly property bool wanted: QuickLook.url.length > 0
+    readonly property bool showsPicture: picture.status === Image.Ready && picture.implicitWidth > 0
+    /// What had the keyboard; it gets it back.
+    property Item before: null
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: parent ? Math.min(900, parent.width - 4 * Theme.margin) : 0
+    height: parent ? Math.min(680, parent.height - 4 * Theme.margin) : 0
+    padding: Theme.spacingLarge
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnPressOutside
+
+    onWantedChanged: wanted ? open() : close()
+    onAboutToShow: before = parent.Window.activeFocusItem
+    onClosed: {
+        QuickLook.close()
+        before?.forceActiveFocus()
+    }
+    onOpened: content.forceActiveFocus(Qt.PopupFocusReason)
+
+    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration } }
+
+    T.Overlay.modal: Rectangle { color: Brand.black(0.5) }
+
+    background: Rectangle {
+        radius: Theme.radiusSheet
+        color: Brand.sheet
+        border.width: 1
+        border.color: Brand.white(0.14)
+
+        Glow { radius: Theme.radiusSheet; blur: 24; color: Brand.black(1); strength: 0.5 }
+    }
+    contentItem: FocusScope {
+        id: content
+
+        focus: true
+
+        Keys.onEscapePressed: root.close()
+        Keys.onSpacePressed: root.close()
+
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.title + " — " + QuickLook.name
+        Accessible.description: QuickLook.summary
+
+        BrandText {
+            id: heading
+
+            anchors { left: parent.left; right: facts.left; rightMargin: Theme.spacing; top: parent.top }
+            text: QuickLook.name
+            font: Theme.headline
+            elide: Text.ElideMiddle
+            maximumLineCount: 1
+        }
+        BrandText {
+            id: facts
+
+            anchors { right: parent.right; baseline: heading.baseline }
+            text: QuickLook.summary
+            font: Theme.caption
+            color: Brand.muted
+        }
+        Item {
+            anchors { left: parent.left; right: parent.right; top: heading.bottom; topMargin: Theme.spacing; bottom: parent.bottom }
+
+            Image {
+                id: picture
+
+                anchors.fill: parent
+                asynchronous: true
+                cache: false
+                visible: root.showsPicture
+                fillMode: sourceSize.width > width || sourceSize.height > height ? Image.PreserveAspectFit : Image.Pad
+                source: root.wanted ? FileImages.picture(QuickLook.url) : ""
+                sourceSize.width: 1280 * Screen.devicePixelRatio
+                sourceSize.height: 1280 * Screen.devicePixelRatio
+            }
+            Rectangle {
+                anchors.fill: parent
+                visible: QuickLook.isText && !root.showsPicture
+                radius: Theme.radiusBanner
+                color: Brand.black(0.25)
+
+                Flickable {
+                    id: page
+
+                    anchors { fill: parent; margins: Theme.spacing }
+                    contentHeight: words.implicitHeight
+                    clip: true
+                    boundsBehavior: Flickable.StopAtBounds
+
+                    BrandText {
+                        id: words
+
+                        width: page.width
+                        text: QuickLook.text
+                        font: Theme.monospaced
+                        wrapMode: Text.WrapAnywhere
+                    }
+                }
+            }
+            RowIcon {
+                anchors.centerIn: parent
+                visible: !QuickLook.isText && !root.showsPicture
+                url: QuickLook.url
+                size: 128
+            }
+        }
+    }
+}

@@ -1,0 +1,68 @@
+#include "TavrinCore/Cleaning/HistoryStore.h"
+
+#include "TavrinCore/Cleaning/HistoryCodec.h"
+#include "TavrinCore/Platform/AtomicFile.h"
+#include "TavrinCore/Platform/Folders.h"
+#include "TavrinCore/Platform/ReadFile.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+
+namespace tavrin {
+namespace {
+
+/// Some four million paths: far beyond any history, and within what a program may hold.
+constexpr std::size_t kMaxBytes = std::size_t{1} << 30U;
+/// The paths of a user's files are nobody else's business.
+constexpr unsigned kFileMode = 0600;
+
+/// Once it has been made, with those above it, where it was missing.
+bool existsOrMade(const URL& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder.path(), error);
+    return !error;
+}
+
+/// Made where they are missing; whether this program's own could be made shows when something is written to it.
+URL historyFolder() {
+    URL support = applicationSupportFolder();
+    if (!existsOrMade(support)) support = homeFolder().appendingPathComponent("Library/Application Support", true);
+    URL folder = support.appendingPathComponent("Tavrin Clean", true);
+    (void)existsOrMade(folder);
+    return folder;
+}
+
+/// The copy is safe on the disk before anybody writes over the original.
+void keepAside(const std::string& bytes, const URL& damagedURL) {
+    std::error_code ignored;
+    std::filesystem::remove(damagedURL.path(), ignored);
+    (void)writeAtomically(damagedURL, bytes, kFileMode);
+}
+
+}  // namespace
+
+HistoryStore::HistoryStore() {
+    const URL folder = historyFolder();
+    fileURL_ = folder.appendingPathComponent("history.json");
+    damagedURL_ = folder.appendingPathComponent("history-damaged.json");
+}
+
+std::vector<CleanupRecord> HistoryStore::load() const {
+    const Result<std::string> bytes = readSmallFile(fileURL_, kMaxBytes);
+    if (!bytes || bytes->empty()) return {};
+    DecodedHistory history = decodeHistory(*bytes);
+    if (history.isIntact) return std::move(history.records);
+    keepAside(*bytes, damagedURL_);
+    if (!history.records.empty()) save(history.records);
+    return std::move(history.records);
+}
+
+bool HistoryStore::save(const std::vector<CleanupRecord>& records) const {
+    const std::optional<std::string> text = encodeHistory(records);
+    return text && writeAtomically(fileURL_, *text, kFileMode).ok();
+}
+
+}  // namespace tavrin

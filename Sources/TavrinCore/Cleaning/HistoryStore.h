@@ -1,0 +1,40 @@
+// The history on the disk: history.json in this program's folder of the user's application support.
+//
+// It is written to survive damage. A bad record costs that record; a bad file is kept aside as history-damaged.json;
+// and no failure here ever stops a clean or a start, so nothing is thrown and nobody has to look at what comes back.
+//
+// One process is expected to use it, from one thread.
+#pragma once
+
+#include "TavrinCore/Cleaning/CleanupRecord.h"
+
+#include <vector>
+
+namespace tavrin {
+
+class HistoryStore {
+  public:
+    /// Settles the two places and makes the folder. Where the user's application support can't be had, it lies in
+    /// "Library/Application Support" of the home; where even that can't be made, loads find nothing and saves fail.
+    HistoryStore();
+
+    [[nodiscard]] const URL& fileURL() const { return fileURL_; }
+    /// The latest damaged file, byte for byte. There is never more than this one.
+    [[nodiscard]] const URL& damagedURL() const { return damagedURL_; }
+
+    /// The records of the file, newest first. None for a missing file or one without a byte: the first start.
+    ///
+    /// Of a damaged file, a copy is put aside and what is whole comes back; when that is anything, it is also written
+    /// to the file. Otherwise the file stays as it is until the next save.
+    [[nodiscard]] std::vector<CleanupRecord> load() const;
+
+    /// Writes the whole list in place of the file, or leaves the file untouched and gives false. A caller may go on
+    /// either way: the next save tries again.
+    bool save(const std::vector<CleanupRecord>& records) const;  // NOLINT(modernize-use-nodiscard)
+
+  private:
+    URL fileURL_;
+    URL damagedURL_;
+};
+
+}  // namespace tavrin

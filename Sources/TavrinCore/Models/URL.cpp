@@ -1,0 +1,132 @@
+#include "TavrinCore/Models/URL.h"
+
+#include "TavrinCore/Models/PercentEncoding.h"
+
+#include <unicode/unistr.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+namespace tavrin {
+namespace {
+
+constexpr std::string_view kFileScheme = "file://";
+
+std::string_view withoutTrailingSlashes(std::string_view path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    return path;
+}
+
+}  // namespace
+
+URL::URL() : path_("/"), directory_(true) {}
+
+URL URL::fromPath(std::string_view path) {
+    return fromPath(path, path.ends_with('/'));
+}
+
+URL URL::fromPath(std::string_view path, bool isDirectory) {
+    if (path.find('\0') != std::string_view::npos) throw std::invalid_argument("a path with a zero byte");
+    const std::string_view trimmed = withoutTrailingSlashes(path);
+    if (trimmed.starts_with('/')) return {std::string(trimmed), isDirectory || trimmed == "/"};
+    const URL current = fromPath(std::filesystem::current_path().native(), true);
+    return trimmed.empty() ? current : current.appendingPathComponent(trimmed, isDirectory);
+}
+
+std::optional<URL> URL::fromAbsoluteString(std::string_view text) {
+    if (!text.starts_with(kFileScheme)) return std::nullopt;
+    text.remove_prefix(kFileScheme.size());
+    constexpr std::string_view localHost = "localhost/";
+    if (text.starts_with(localHost)) text.remove_prefix(localHost.size() - 1);
+    if (!text.starts_with('/')) return std::nullopt;
+    if (text.find('?') != std::string_view::npos || text.find('#') != std::string_view::npos) return std::nullopt;
+    const std::optional<std::string> path = percentDecoded(text);
+    if (!path) return std::nullopt;
+    return fromPath(*path);
+}
+
+std::string_view URL::lastPathComponent() const {
+    const std::string_view path = path_;
+    return path == "/" ? path : path.substr(path.rfind('/') + 1);
+}
+
+std::string_view URL::pathExtension() const {
+    const std::string_view name = lastPathComponent();
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0 || name == "..") return {};
+    return name.substr(dot + 1);
+}
+
+std::vector<std::string_view> URL::pathComponents() const {
+    const std::string_view path = path_;
+    std::vector<std::string_view> components{path.substr(0, 1)};
+    for (std::size_t begin = 1; begin < path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        if (end > begin) components.push_back(path.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return components;
+}
+
+URL URL::appendingPathComponent(std::string_view component, bool isDirectory) const {
+    if (component.find('\0') != std::string_view::npos) throw std::invalid_argument("a path with a zero byte");
+    const bool directory = isDirectory || component.ends_with('/');
+    while (component.starts_with('/'))
+        component.remove_prefix(1);
+    component = withoutTrailingSlashes(component);
+    if (component.empty()) return {path_, directory_ || directory};
+    std::string path;
+    path.reserve(path_.size() + 1 + component.size());
+    path.append(path_);
+    if (path_ != "/") path.push_back('/');
+    path.append(component);
+    return {std::move(path), directory};
+}
+
+URL URL::deletingLastPathComponent() const {
+    const std::string_view path = path_;
+    const std::string_view parent = withoutTrailingSlashes(path.substr(0, path.rfind('/') + 1));
+    return {std::string(parent), true};
+}
+
+URL URL::standardizedFileURL() const {
+    std::vector<std::string_view> kept;
+    for (std::string_view component : pathComponents()) {
+        if (component == "/" || component == ".") continue;
+        if (component != "..") {
+            kept.push_back(component);
+        } else if (!kept.empty()) {
+            kept.pop_back();
+        }
+    }
+    if (kept.empty()) return {};
+    std::string path;
+    path.reserve(path_.size());
+    for (std::string_view component : kept)
+        path.append("/").append(component);
+    return {std::move(path), directory_};
+}
+
+URL URL::resolvingSymlinksInPath() const {
+    std::error_code error;
+    const std::filesystem::path resolved = std::filesystem::weakly_canonical(path_, error);
+    if (error) return standardizedFileURL();
+    return fromPath(resolved.native(), directory_).standardizedFileURL();
+}
+
+std::string URL::absoluteString() const {
+    std::string text(kFileScheme);
+    text.append(percentEncoded(path_));
+    if (directory_ && path_ != "/") text.push_back('/');
+    return text;
+}
+
+std::string displayText(std::string_view bytes) {
+    std::string text;
+    icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())}).toUTF8String(text);
+    return text;
+}
+
+}  // namespace tavrin

@@ -1,0 +1,39 @@
+// Reading one file from its beginning, piece by piece.
+#pragma once
+
+#include "TavrinCore/Models/URL.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace tavrin {
+
+/// Not shared between threads.
+class FileReader {
+  public:
+    enum class Expect : std::uint8_t {
+        /// The first bytes only.
+        beginning,
+        /// All of it, so that the system may read ahead.
+        whole,
+    };
+
+    /// Follows links. Nil when it can't be opened. A FIFO, a socket or a device never is: that could wait, or act. A
+    /// folder opens; only reading it fails.
+    [[nodiscard]] static std::unique_ptr<FileReader> open(const URL& file, Expect expect);
+
+    virtual ~FileReader() = default;
+
+    /// Up to `buffer.size()` bytes, the count of them; 0 at the end, nil when they can't be read.
+    [[nodiscard]] virtual std::optional<std::size_t> read(std::span<unsigned char> buffer) = 0;
+
+  protected:
+    FileReader() = default;
+    FileReader(const FileReader&) = default;
+    FileReader& operator=(const FileReader&) = default;
+};
+
+}  // namespace tavrin

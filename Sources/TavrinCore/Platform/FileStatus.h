@@ -1,0 +1,50 @@
+// What the file system says of one file, beside its name.
+#pragma once
+
+#include "TavrinCore/Models/Date.h"
+#include "TavrinCore/Models/URL.h"
+#include "TavrinCore/Platform/SystemError.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace tavrin {
+
+enum class FileType : std::uint8_t {
+    /// The file system doesn't say.
+    unknown,
+    regular,
+    directory,
+    symbolicLink,
+    fifo,
+    socket,
+    characterDevice,
+    blockDevice,
+};
+
+/// Nil where the file system keeps no such value.
+struct FileStatus {
+    FileType type = FileType::unknown;
+    /// Bytes that can be read.
+    std::optional<std::int64_t> size = std::nullopt;
+    /// Bytes that the file occupies on disk.
+    std::optional<std::int64_t> allocatedSize = std::nullopt;
+    std::optional<Date> modified = std::nullopt;
+    std::optional<Date> accessed = std::nullopt;
+
+    /// What this program means by the size of a file, everywhere.
+    [[nodiscard]] std::int64_t measure() const { return allocatedSize.value_or(size.value_or(0)); }
+
+    friend bool operator==(const FileStatus&, const FileStatus&) = default;
+};
+
+/// Whether a link as the last name of a path stands for itself or for what it leads to.
+enum class LastLink : std::uint8_t {
+    keep,
+    follow,
+};
+
+/// One request; nothing is opened and nothing is mounted for it. Safe from any thread.
+[[nodiscard]] Result<FileStatus> fileStatus(const URL& url, LastLink lastLink = LastLink::keep);
+
+}  // namespace tavrin

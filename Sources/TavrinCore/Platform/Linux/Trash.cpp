@@ -1,0 +1,94 @@
+#include "TavrinCore/Platform/Linux/Trash.h"
+
+#include "TavrinCore/Platform/Linux/LongPath.h"
+#include "TavrinCore/Platform/Linux/Move.h"
+#include "TavrinCore/Platform/Linux/TrashFolder.h"
+#include "TavrinCore/Platform/Linux/TrashInfo.h"
+#include "TavrinCore/Platform/Linux/TrashName.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <ctime>
+
+namespace tavrin {
+namespace {
+
+/// Random names that are all taken mean that something else is wrong.
+constexpr int kAttempts = 64;
+
+/// The note's place as seen from an item that lies directly in a Trash.
+std::string infoBesideFiles(const HeldFile& held) {
+    return "../info/" + held.name() + std::string(TrashInfo::suffix);
+}
+
+/// Moving what is in a Trash would part it from its note, and with the note goes its origin.
+int refusalInsideTrash(SystemCalls& calls, const TrashFolder& trash, const HeldFile& held) {
+    const FileIdentity& folder = held.folderIdentity();
+    if (folder == trash.filesIdentity) return EEXIST;
+    if (folder == trash.infoIdentity || folder == trash.rootIdentity) return EINVAL;
+    if (lastComponent(held.realFolderPath()) != "files") return 0;
+    struct statx status {};
+    const bool noted =
+        calls.status(held.folder().number(), infoBesideFiles(held).c_str(), AT_SYMLINK_NOFOLLOW, status) == 0;
+    return noted ? EEXIST : 0;
+}
+
+struct Attempt {
+    MoveEnd end;
+    std::string name;
+};
+
+Attempt tryName(SystemCalls& calls, const TrashFolder& trash, const HeldFile& held, std::string name) {
+    const std::string infoName = name + std::string(TrashInfo::suffix);
+    const std::string text = trashInfoText(trash.itemPath, std::time(nullptr));
+    if (const Outcome written = writeTrashInfo(calls, trash.info.number(), infoName, text); !written)
+        return {{MoveEnd::Kind::refused, written.error().code}, std::move(name)};
+    const MoveEnd end = moveHeld(calls, held, trash.files.number(), name);
+    if (end.kind == MoveEnd::Kind::refused) (void)calls.unlink(trash.info.number(), infoName.c_str(), 0);
+    return {end, std::move(name)};
+}
+
+}  // namespace
+
+Result<URL> moveToTrash(SystemCalls& calls, const HeldFile& held) {
+    const Result<TrashFolder> trash = TrashFolder::openFor(calls, held);
+    if (!trash) return trash.error();
+    if (const int refusal = refusalInsideTrash(calls, *trash, held); refusal != 0) return SystemError::posix(refusal);
+    std::string name = trashName(held.name());
+    bool namesAreShort = false;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const Attempt tried = tryName(calls, *trash, held, std::move(name));
+        if (tried.end.kind == MoveEnd::Kind::moved)
+            return URL::fromPath(trash->path, true)
+                .appendingPathComponent("files")
+                .appendingPathComponent(tried.name, held.identity().isFolder());
+        const bool tooLong = tried.end.error == ENAMETOOLONG && !namesAreShort;
+        if (tried.end.kind == MoveEnd::Kind::stranded || (tried.end.error != EEXIST && !tooLong))
+            return SystemError::posix(tried.end.error);
+        namesAreShort = namesAreShort || tooLong;
+        name = namesAreShort ? shortTrashName() : uncommonTrashName(held.name());
+    }
+    return SystemError::posix(EEXIST);
+}
+
+Outcome moveOutOfTrash(SystemCalls& calls, const URL& trashed, const URL& original) {
+    const std::string name(original.lastPathComponent());
+    if (name == "/" || name == "." || name == "..") return SystemError::posix(EINVAL);
+    const auto held = HeldFile::hold(calls, trashed);
+    if (!held) return held.error();
+    const Result<Descriptor> folder = openFolder(calls, parentPath(original.path()));
+    if (!folder) return folder.error();
+    const MoveEnd end = moveHeld(calls, **held, folder->number(), name);
+    if (end.kind != MoveEnd::Kind::moved) return SystemError::posix(end.error);
+    removeTrashInfo(calls, **held);
+    return success();
+}
+
+void removeTrashInfo(SystemCalls& calls, const HeldFile& held) {
+    if (lastComponent(held.realFolderPath()) != "files") return;
+    // A note that stays tells of nothing; the item has left, and that is what was asked.
+    (void)calls.unlink(held.folder().number(), infoBesideFiles(held).c_str(), 0);
+}
+
+}  // namespace tavrin

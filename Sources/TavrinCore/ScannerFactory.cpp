@@ -1,0 +1,19 @@
+#include "TavrinCore/ScannerFactory.h"
+
+#include "TavrinCore/Scanning/ScannerDefaults.h"
+#include "TavrinCore/Scanning/SystemJunkScanner.h"
+
+#include <stdexcept>
+
+namespace tavrin {
+
+std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
+    switch (kind) {
+        case ModuleKind::systemJunk:
+            return std::make_unique<SystemJunkScanner>(scannerDefaults::SystemJunk::includePrivileged);
+        default:
+            throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
+    }
+}
+
+}  // namespace tavrin

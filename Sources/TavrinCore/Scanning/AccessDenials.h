@@ -1,0 +1,41 @@
+// The places that refused to be looked at during one scan: what tells an empty folder from a forbidden one.
+//
+// One instance is made per scan and handed by reference to all that helps it. Safe from any thread.
+#pragma once
+
+#include "TavrinCore/Models/URL.h"
+#include "TavrinCore/Platform/SystemError.h"
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavrin {
+
+class AccessDenials {
+  public:
+    /// Takes `url` in, unless its path is there already.
+    void record(const URL& url);
+
+    [[nodiscard]] bool isEmpty() const;
+    /// The first root that was recorded.
+    [[nodiscard]] std::optional<URL> first() const;
+    /// A copy, in the order of first refusal.
+    [[nodiscard]] std::vector<URL> all() const;
+
+    /// The phase text of a scan's last report.
+    [[nodiscard]] const std::string& finalPhase() const;
+    /// Throws ScanError::accessDenied of the first root when nothing was found and something was refused.
+    void throwIfNothingFound(std::int64_t itemCount) const;
+
+    /// Whether `error`, or the one behind it, says that permission is missing.
+    [[nodiscard]] static bool isPermissionError(const SystemError& error);
+
+  private:
+    mutable std::mutex lock_;
+    std::vector<URL> roots_;
+};
+
+}  // namespace tavrin

@@ -1,0 +1,141 @@
+#include "TavrinCore/Scanning/FileSystemUtils.h"
+
+#include "TavrinCore/Platform/DirectoryWalk.h"
+#include "TavrinCore/Platform/Folders.h"
+#include "TavrinCore/Platform/Packages.h"
+
+#include <limits>
+
+namespace tavrin {
+namespace {
+
+void recordIfRefused(AccessDenials* denials, const URL& folder, const SystemError& error) {
+    if (denials != nullptr && AccessDenials::isPermissionError(error)) denials->record(folder);
+}
+
+/// Sizes are the file system's word, and it may say anything.
+std::int64_t sum(std::int64_t a, std::int64_t b) {
+    return a > std::numeric_limits<std::int64_t>::max() - b ? std::numeric_limits<std::int64_t>::max() : a + b;
+}
+
+/// The deep walk behind `size` and `enumerateRegularFiles`. Hands on the entry, so that the path of a file is made for
+/// those who want it.
+template <class OnFile>
+class RegularFiles final : public WalkVisitor {
+  public:
+    RegularFiles(EnumerationOptions options, AccessDenials* denials, const CancellationCallback& isCancelled,
+                 OnFile onFile)
+        : options_(options), denials_(denials), isCancelled_(isCancelled), onFile_(std::move(onFile)) {}
+
+    void walk(const URL& root, bool wantsDates) {
+        walkDirectory(root, {.wantsDates = wantsDates}, *this);
+        // Some systems show a protected folder as an empty one, without an error. Listing it directly tells.
+        if (!metAnything_ && denials_ != nullptr && FileSystemUtils::isPermissionDenied(root)) denials_->record(root);
+    }
+
+    WalkStep visit(WalkEntry& entry) override {
+        if (!options_.includeHidden && entry.isHidden()) return WalkStep::skip;
+        metAnything_ = true;
+        if (isCancelled_()) return WalkStep::stop;
+        if (entry.type() == FileType::directory) {
+            return options_.descendIntoPackages || !isPackageName(entry.name()) ? WalkStep::goOn : WalkStep::skip;
+        }
+        if (entry.type() != FileType::regular) return WalkStep::goOn;
+        const FileStatus* status = entry.status();
+        if (status != nullptr && status->type == FileType::regular) onFile_(entry, *status);
+        return WalkStep::goOn;
+    }
+
+    void failed(const URL& folder, const SystemError& error) override { recordIfRefused(denials_, folder, error); }
+
+  private:
+    EnumerationOptions options_;
+    AccessDenials* denials_;
+    const CancellationCallback& isCancelled_;
+    OnFile onFile_;
+    bool metAnything_ = false;
+};
+
+/// The direct children.
+class Children final : public WalkVisitor {
+  public:
+    Children(bool includeHidden, AccessDenials* denials) : includeHidden_(includeHidden), denials_(denials) {}
+
+    WalkStep visit(WalkEntry& entry) override {
+        if (includeHidden_ || !entry.isHidden()) found.push_back(entry.url());
+        return WalkStep::skip;
+    }
+    void failed(const URL& folder, const SystemError& error) override {
+        // A listing that breaks off is no listing.
+        found.clear();
+        recordIfRefused(denials_, folder, error);
+    }
+
+    std::vector<URL> found;
+
+  private:
+    bool includeHidden_;
+    AccessDenials* denials_;
+};
+
+/// Looks whether there is anything to look at.
+class Probe final : public WalkVisitor {
+  public:
+    WalkStep visit(WalkEntry& /*entry*/) override { return WalkStep::stop; }
+    void failed(const URL& /*folder*/, const SystemError& error) override {
+        refused = AccessDenials::isPermissionError(error);
+    }
+
+    bool refused = false;
+};
+
+}  // namespace
+
+URL FileSystemUtils::home() {
+    return homeFolder();
+}
+
+URL FileSystemUtils::homeLibrary(std::initializer_list<std::string_view> components) {
+    URL url = home().appendingPathComponent("Library", true);
+    for (std::string_view component : components)
+        url = url.appendingPathComponent(component);
+    return url;
+}
+
+bool FileSystemUtils::exists(const URL& url) {
+    return fileStatus(url, LastLink::follow).ok();
+}
+
+std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const CancellationCallback& isCancelled) {
+    const Result<FileStatus> status = fileStatus(url);
+    if (!status) return 0;
+    if (status->type != FileType::directory) return status->measure();
+    std::int64_t total = 0;
+    RegularFiles files({.descendIntoPackages = true, .includeHidden = true}, denials, isCancelled,
+                       [&](const WalkEntry&, const FileStatus& file) { total = sum(total, file.measure()); });
+    files.walk(url, false);
+    return total;
+}
+
+std::vector<URL> FileSystemUtils::children(const URL& folder, bool includeHidden, AccessDenials* denials) {
+    Children children(includeHidden, denials);
+    walkDirectory(folder, {.rootLink = LastLink::follow}, children);
+    return std::move(children.found);
+}
+
+void FileSystemUtils::enumerateRegularFiles(const URL& root, EnumerationOptions options, AccessDenials* denials,
+                                            const CancellationCallback& isCancelled,
+                                            const std::function<void(const FileInfo&)>& visit) {
+    RegularFiles files(options, denials, isCancelled, [&](const WalkEntry& entry, const FileStatus& file) {
+        visit({.url = entry.url(), .size = file.measure(), .modified = file.modified, .accessed = file.accessed});
+    });
+    files.walk(root, true);
+}
+
+bool FileSystemUtils::isPermissionDenied(const URL& folder) {
+    Probe probe;
+    walkDirectory(folder, {.rootLink = LastLink::follow}, probe);
+    return probe.refused;
+}
+
+}  // namespace tavrin

@@ -1,0 +1,121 @@
+#include "Support/OrdinaryUser.h"
+#include "Support/TestFolder.h"
+#include "TavrinCore/Scanning/FileSystemUtils.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <limits>
+
+namespace tavrin {
+namespace {
+
+using test::OrdinaryUser;
+using test::setMode;
+using test::TestFolder;
+
+constexpr const char* kOfNothing = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
+/// FIPS 180-4's own example.
+constexpr const char* kOfABC = "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad";
+constexpr std::size_t kChunk = 1'048'576;
+
+TEST(FileHash, theDigestIsSHA256InLowerCaseHexadecimal) {
+    const TestFolder world;
+    const URL file = world.file("abc", "abc");
+    EXPECT_EQ(FileSystemUtils::fullHash(file, kChunk), kOfABC);
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(file, 8192), kOfABC);
+    EXPECT_EQ(FileSystemUtils::fullHash(world.link("link", "abc"), kChunk), kOfABC);
+}
+
+TEST(FileHash, aFileThatOpensAndCanNotBeReadCountsAsEmpty) {
+    const TestFolder world;
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(world.url(), 8192), kOfNothing);
+    EXPECT_EQ(FileSystemUtils::fullHash(world.url(), kChunk), kOfNothing);
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(world.file("empty", ""), 8192), kOfNothing);
+    EXPECT_EQ(FileSystemUtils::fullHash(world / "empty", kChunk), kOfNothing);
+}
+
+TEST(FileHash, aFileThatCanNotBeOpenedHasNone) {
+    const TestFolder world;
+    const URL locked = world.file("locked");
+    setMode(locked, 0000);
+    const OrdinaryUser user;
+    for (const URL& url : {locked, world / "nothing", world.link("dangling", "nowhere")}) {
+        EXPECT_EQ(FileSystemUtils::quickFingerprint(url, 8192), std::nullopt) << url.path();
+        EXPECT_EQ(FileSystemUtils::fullHash(url, kChunk), std::nullopt) << url.path();
+    }
+}
+
+TEST(FileHash, aFIFOOrADeviceIsNotOpened) {
+    const TestFolder world;
+    const URL fifo = world / "fifo";
+    ASSERT_EQ(::mkfifo(fifo.path().c_str(), 0600), 0);
+    const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(::inotify_add_watch(watch, fifo.path().c_str(), IN_OPEN), 0);
+    for (const URL& url : {fifo, URL::fromPath("/dev/null"), URL::fromPath("/dev/zero")}) {
+        EXPECT_EQ(FileSystemUtils::quickFingerprint(url, 8192), std::nullopt) << url.path();
+        EXPECT_EQ(FileSystemUtils::fullHash(url, kChunk), std::nullopt) << url.path();
+    }  // Nobody opened it: there is no event to read.
+    std::array<char, 4096> events;
+    EXPECT_EQ(::read(watch, events.data(), events.size()), -1);
+    ::close(watch);
+}
+
+TEST(FileHash, aPrefixBeyondTheEndIsTheWholeFile) {
+    const TestFolder world;
+    const URL file = world.fileOfSize("file", 5'000);
+    const std::optional<std::string> whole = FileSystemUtils::fullHash(file, kChunk);
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(file, 8192), whole);
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(file, 5'000), whole);
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(file, std::numeric_limits<std::size_t>::max()), whole);
+    EXPECT_NE(FileSystemUtils::quickFingerprint(file, 4'999), whole);
+}
+
+TEST(FileHash, onlyThePrefixCounts) {
+    const TestFolder world;
+    const URL a = world.file("a", std::string(50'000, 'x') + "a");
+    const URL b = world.file("b", std::string(50'000, 'x') + "b");
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(a, 50'000), FileSystemUtils::quickFingerprint(b, 50'000));
+    EXPECT_NE(FileSystemUtils::quickFingerprint(a, 50'001), FileSystemUtils::quickFingerprint(b, 50'001));
+    EXPECT_EQ(FileSystemUtils::quickFingerprint(a, 0), kOfNothing);
+}
+
+TEST(FileHash, theSizeOfTheChunksDoesNotShow) {
+    const TestFolder world;
+    const URL file = world.fileOfSize("file", 100'000);
+    const std::optional<std::string> whole = FileSystemUtils::fullHash(file, kChunk);
+    for (const std::size_t chunk : {1'000U, 4'096U, 99'999U, 100'000U, 100'001U})
+        EXPECT_EQ(FileSystemUtils::fullHash(file, chunk), whole) << chunk;
+}
+
+TEST(FileHash, onceCancelledThereIsNoHashAndNothingIsRead) {
+    const TestFolder world;
+    const URL file = world.fileOfSize("file", 10'000);
+    const std::array<timespec, 2> longAgo{{{1'000, 0}, {2'000, 0}}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.path().c_str(), longAgo.data(), 0), 0);
+    int polls = 0;
+    EXPECT_EQ(FileSystemUtils::fullHash(file, kChunk, [&] { return ++polls > 0; }), std::nullopt);
+    EXPECT_EQ(polls, 1);
+    // A read would have touched the access time: it is older than the modification (relatime).
+    struct stat status {};
+    ASSERT_EQ(::stat(file.path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_atim.tv_sec, 1'000);
+}
+
+TEST(FileHash, isCancelledIsAskedBeforeEachChunk) {
+    const TestFolder world;
+    const URL file = world.fileOfSize("file", 10'000);
+    int polls = 0;
+    EXPECT_NE(FileSystemUtils::fullHash(file, 1'000, [&] { return ++polls > 11; }), std::nullopt);
+    EXPECT_EQ(polls, 11);
+    polls = 0;
+    EXPECT_EQ(FileSystemUtils::fullHash(file, 1'000, [&] { return ++polls > 5; }), std::nullopt);
+    EXPECT_EQ(polls, 6);
+}
+
+}  // namespace
+}  // namespace tavrin

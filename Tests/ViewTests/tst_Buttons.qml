@@ -1,0 +1,98 @@
+import QtQuick
+import QtTest
+import Tavrin.Theme
+
+Item {
+    width: 400
+    height: 300
+
+    Column {
+        GoldButton { id: gold; text: "Gold" }
+        GhostButton { id: ghost; text: "Ghost" }
+        DangerButton { id: danger; text: "Danger"; symbol: "trash" }
+        IconButton { id: icon; symbol: "eye"; name: "Look" }
+    }
+
+    SignalSpy { id: clicks; signalName: "clicked" }
+
+    TestCase {
+        name: "Buttons"
+        when: windowShown
+
+        function init() {
+            Theme.reducedMotion = true
+        }
+
+        function cleanup() {
+            for (const button of [gold, ghost, danger, icon])
+                button.enabled = true
+        }
+
+        function test_eachIsPressedByMouseAndKeyboard_data() {
+            return [{ tag: "gold", button: gold }, { tag: "ghost", button: ghost },
+                    { tag: "danger", button: danger }, { tag: "icon", button: icon }]
+        }
+
+        function test_eachIsPressedByMouseAndKeyboard(row) {
+            clicks.target = row.button
+            clicks.clear()
+            mouseClick(row.button)
+            compare(clicks.count, 1)
+            row.button.forceActiveFocus()
+            keyClick(Qt.Key_Space)
+            keyClick(Qt.Key_Return)
+            keyClick(Qt.Key_Enter)
+            compare(clicks.count, 4)
+        }
+
+        function test_eachTellsScreenReadersWhatItIs_data() {
+            return [{ tag: "gold", button: gold, name: "Gold" }, { tag: "ghost", button: ghost, name: "Ghost" },
+                    { tag: "danger", button: danger, name: "Danger" }, { tag: "icon", button: icon, name: "Look" }]
+        }
+
+        function test_eachTellsScreenReadersWhatItIs(row) {
+            compare(row.button.Accessible.name, row.name)
+            compare(row.button.Accessible.role, Accessible.Button)
+            clicks.target = row.button
+            clicks.clear()
+            row.button.Accessible.pressAction()
+            compare(clicks.count, 1)
+        }
+
+        function test_aDisabledOneIsDimAndDoesNothing() {
+            clicks.target = gold
+            clicks.clear()
+            gold.enabled = false
+            mouseClick(gold)
+            gold.Accessible.pressAction()
+            compare(clicks.count, 0)
+            compare(gold.opacity, 0.5)
+        }
+
+        function test_pressedItShrinksAndDimsAsItsStyleSays_data() {
+            return [{ tag: "gold", button: gold, opacity: 0.82, scale: 0.98 },
+                    { tag: "ghost", button: ghost, opacity: 0.85, scale: 1 },
+                    { tag: "danger", button: danger, opacity: 0.82, scale: 0.98 }]
+        }
+
+        function test_pressedItShrinksAndDimsAsItsStyleSays(row) {
+            compare(row.button.opacity, 1)
+            mousePress(row.button)
+            tryCompare(row.button, "opacity", row.opacity)
+            tryCompare(row.button, "scale", row.scale)
+            mouseRelease(row.button)
+            tryCompare(row.button, "opacity", 1)
+        }
+
+        function test_theTextHasRoomOnBothSides() {
+            compare(gold.leftPadding, 18)
+            compare(gold.rightPadding, 18)
+        }
+
+        function test_withLessMotionNothingEases() {
+            compare(Theme.pressDuration, 0)
+            Theme.reducedMotion = false
+            compare(Theme.pressDuration, 120)
+        }
+    }
+}
