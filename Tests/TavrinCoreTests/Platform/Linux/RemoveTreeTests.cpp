@@ -1,6 +1,8 @@
 // Deleting for good: all of it, and nothing beside it.
+#include "Support/InterceptedCalls.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TrashWorld.h"
+#include "TavrinCore/Platform/Linux/RemoveTree.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -8,6 +10,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,6 +19,7 @@ namespace tavrin {
 namespace {
 
 using test::clean;
+using test::InterceptedCalls;
 using test::somethingAt;
 using test::TrashWorld;
 
@@ -114,6 +119,75 @@ TEST(RemoveTree, aWideFolderGoes) {
         world.home().file("wide/folder" + std::to_string(i) + "/x");
     EXPECT_EQ(remove(world / "wide").removedItems, 1);
     EXPECT_FALSE(somethingAt(world / "wide"));
+}
+
+/// Removes `url`, with `meanwhile` done once, right before the call of that kind and number.
+Outcome removeWhile(const URL& url, InterceptedCalls::Call kind, int number, const std::function<void()>& meanwhile) {
+    int count = -1;
+    bool armed = false;
+    InterceptedCalls calls([&](InterceptedCalls::Call call, int) {
+        if (armed && call == kind && ++count == number) meanwhile();
+        return 0;
+    });
+    const auto held = HeldFile::hold(calls, url);
+    EXPECT_TRUE(held.ok());
+    armed = true;
+    Outcome removed = removeHeld(calls, **held);
+    EXPECT_GE(count, number) << "nothing was done meanwhile";
+    return removed;
+}
+
+/// How often something is opened for the check, and for the root in its two steps, before the first folder inside.
+int openingsBefore(const TrashWorld& world) {
+    int count = 0;
+    bool counts = false;
+    InterceptedCalls calls([&](InterceptedCalls::Call call, int) {
+        count += counts && call == InterceptedCalls::Call::open ? 1 : 0;
+        return 0;
+    });
+    world.home().folder("empty");
+    const auto held = HeldFile::hold(calls, world / "empty");
+    counts = true;
+    EXPECT_TRUE(removeHeld(calls, **held).ok());
+    return count;
+}
+
+TEST(RemoveTree, whatIsWrittenIntoItMeanwhileGoesToo) {
+    const TrashWorld world;
+    world.home().file("folder/inner/x");
+    const auto write = [&] { world.home().file("folder/late/y"); };
+    EXPECT_TRUE(removeWhile(world / "folder", InterceptedCalls::Call::unlink, 0, write).ok());
+    EXPECT_FALSE(somethingAt(world / "folder"));
+}
+
+TEST(RemoveTree, aFolderSwappedForALinkMeanwhileIsNotFollowed) {
+    const TrashWorld world;
+    const URL dear = world.home().file("dear/x");
+    world.home().file("folder/inner/x");
+    const auto swap = [&] {
+        std::filesystem::rename((world / "folder/inner").path(), (world / "moved").path());
+        world.home().link("folder/inner", "../dear");
+    };
+    EXPECT_TRUE(removeWhile(world / "folder", InterceptedCalls::Call::open, openingsBefore(world), swap).ok());
+    EXPECT_FALSE(somethingAt(world / "folder"));
+    EXPECT_TRUE(somethingAt(dear));
+    EXPECT_TRUE(somethingAt(world / "moved/x"));
+}
+
+TEST(RemoveTree, anItemSwappedForAnotherIsLeftAlone) {
+    const TrashWorld world;
+    world.home().file("folder/x");
+    world.home().file("other/dear");
+    const auto swap = [&] {
+        std::filesystem::rename((world / "folder").path(), (world / "moved").path());
+        std::filesystem::rename((world / "other").path(), (world / "folder").path());
+    };
+    const Outcome removed =
+        removeWhile(world / "folder", InterceptedCalls::Call::open, openingsBefore(world) - 2, swap);
+    ASSERT_FALSE(removed.ok());
+    EXPECT_TRUE(removed.error().isPosix(ESTALE));
+    EXPECT_TRUE(somethingAt(world / "folder/dear"));
+    EXPECT_TRUE(somethingAt(world / "moved/x"));
 }
 
 }  // namespace
