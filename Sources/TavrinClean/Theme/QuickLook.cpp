@@ -6,15 +6,14 @@
 #include "TavrinCore/Strings.h"
 
 #include <QDateTime>
-#include <QFuture>
 #include <QLocale>
-#include <QPromise>
 #include <QThreadPool>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <memory>
+#include <mutex>
 #include <system_error>
+#include <utility>
 
 namespace tavrin {
 namespace {
@@ -77,6 +76,21 @@ PreviewFacts previewFacts(const URL& url) {
     return facts;
 }
 
+// Under the lock, the preview either stands, and an event sent to it dies with it, or is known to be gone.
+struct QuickLook::Address {
+    std::mutex mutex;
+    QuickLook* preview;
+};
+
+QuickLook::QuickLook(QObject* parent) : QObject(parent), address_(std::make_shared<Address>()) {
+    address_->preview = this;
+}
+
+QuickLook::~QuickLook() {
+    const std::lock_guard lock(address_->mutex);
+    address_->preview = nullptr;
+}
+
 void QuickLook::show(const QString& url) {
     const auto parsed = URL::fromAbsoluteString(url.toStdString());
     if (!parsed) return;
@@ -86,18 +100,22 @@ void QuickLook::show(const QString& url) {
     Q_EMIT urlChanged();
     Q_EMIT factsChanged();
 
-    // A disk may take its time. What arrives after another file was asked for is dropped.
-    const auto promise = std::make_shared<QPromise<PreviewFacts>>();
-    promise->future().then(this, [this, url](const PreviewFacts& facts) {
-        if (url != url_) return;
-        facts_ = facts;
-        Q_EMIT factsChanged();
+    // A disk may take its time.
+    QThreadPool::globalInstance()->start([address = address_, url, file = *parsed] {
+        PreviewFacts facts = previewFacts(file);
+        const std::lock_guard lock(address->mutex);
+        if (QuickLook* preview = address->preview)
+            QMetaObject::invokeMethod(
+                preview, [preview, url, facts = std::move(facts)] { preview->receive(url, facts); },
+                Qt::QueuedConnection);
     });
-    QThreadPool::globalInstance()->start([promise, file = *parsed] {
-        promise->start();
-        promise->addResult(previewFacts(file));
-        promise->finish();
-    });
+}
+
+// What arrives after another file was asked for is dropped.
+void QuickLook::receive(const QString& url, PreviewFacts facts) {
+    if (url != url_) return;
+    facts_ = std::move(facts);
+    Q_EMIT factsChanged();
 }
 
 void QuickLook::close() {

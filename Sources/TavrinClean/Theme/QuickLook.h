@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -49,7 +50,8 @@ class QuickLook : public QObject {
     Q_PROPERTY(QString summary READ summary NOTIFY factsChanged FINAL)
 
   public:
-    using QObject::QObject;
+    explicit QuickLook(QObject* parent = nullptr);
+    ~QuickLook() override;
 
     Q_INVOKABLE void show(const QString& url);
     Q_INVOKABLE void close();
@@ -67,8 +69,14 @@ class QuickLook : public QObject {
     void factsChanged();
 
   private:
+    struct Address;
+
+    void receive(const QString& url, PreviewFacts facts);
+
     QString url_;
     PreviewFacts facts_;
+    /// Where the background sends what it found out: it may still be reading when the preview is gone.
+    std::shared_ptr<Address> address_;
 };
 
 }  // namespace tavrin
