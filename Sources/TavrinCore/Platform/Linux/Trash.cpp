@@ -5,11 +5,15 @@
 #include "TavrinCore/Platform/Linux/TrashFolder.h"
 #include "TavrinCore/Platform/Linux/TrashInfo.h"
 #include "TavrinCore/Platform/Linux/TrashName.h"
+#include "TavrinCore/Platform/ReadFile.h"
 
 #include <fcntl.h>
 
 #include <cerrno>
 #include <ctime>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace tavrin {
 namespace {
@@ -17,9 +21,34 @@ namespace {
 /// Random names that are all taken mean that something else is wrong.
 constexpr int kAttempts = 64;
 
+/// A note is a path, thrice as long at most when it is encoded, and a date.
+constexpr std::size_t kMostNoteBytes = std::size_t{16} << 20U;
+
+std::string withName(const std::string& folder, std::string_view name) {
+    return (folder == "/" ? folder : folder + "/") + std::string(name);
+}
+
 /// The note's place as seen from an item that lies directly in a Trash.
 std::string infoBesideFiles(const HeldFile& held) {
     return "../info/" + held.name() + std::string(TrashInfo::suffix);
+}
+
+/// False when the item's note tells of another origin: somebody emptied our item, and a namesake took its name. Without
+/// a note that can be read, its place is all there is to go by.
+bool cameFrom(SystemCalls& calls, const HeldFile& held, const Descriptor& folder, const URL& original) {
+    if (lastComponent(held.realFolderPath()) != "files") return true;
+    const URL root = URL::fromPath(std::string(parentPath(held.realFolderPath())), true);
+    const URL noteURL =
+        root.appendingPathComponent("info", true).appendingPathComponent(held.name() + std::string(TrashInfo::suffix));
+    const Result<std::string> text = readSmallFile(noteURL, kMostNoteBytes);
+    const std::optional<TrashInfo> note = text ? parseTrashInfo(*text) : std::nullopt;
+    if (!note) return true;
+    const Result<std::string> real = realPath(calls, folder, parentPath(original.path()));
+    // A note in another mount's Trash tells the part of the path below the mount point.
+    const auto tells = [&note](const std::string& path) {
+        return note->path.starts_with('/') ? path == note->path : path.ends_with("/" + note->path);
+    };
+    return tells(original.path()) || !real || tells(withName(*real, original.lastPathComponent()));
 }
 
 /// Moving what is in a Trash would part it from its note, and with the note goes its origin.
@@ -79,6 +108,7 @@ Outcome moveOutOfTrash(SystemCalls& calls, const URL& trashed, const URL& origin
     if (!held) return held.error();
     const Result<Descriptor> folder = openFolder(calls, parentPath(original.path()));
     if (!folder) return folder.error();
+    if (!cameFrom(calls, **held, *folder, original)) return SystemError::posix(ENOENT);
     const MoveEnd end = moveHeld(calls, **held, folder->number(), name);
     if (end.kind != MoveEnd::Kind::moved) return SystemError::posix(end.error);
     removeTrashInfo(calls, **held);

@@ -15,7 +15,8 @@ namespace tavrin {
 /// Where it went. EEXIST for what lies in a Trash already, EINVAL for a folder that the Trash itself lies in.
 [[nodiscard]] Result<URL> moveToTrash(SystemCalls& calls, const HeldFile& held);
 
-/// Back to `original`, whose folder must be there. EEXIST when something bears that name.
+/// Back to `original`, whose folder must be there. EEXIST when something bears that name; ENOENT when what lies at
+/// `trashed` by now came from elsewhere, as its note tells.
 [[nodiscard]] Outcome moveOutOfTrash(SystemCalls& calls, const URL& trashed, const URL& original);
 
 /// Removes the note of an item that has left the Trash. Nothing happens where `held` didn't lie in one.

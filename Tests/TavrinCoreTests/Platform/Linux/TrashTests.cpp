@@ -256,6 +256,33 @@ TEST(Trash, aMissingNoteDoesNotKeepAnItemFromComingBack) {
     EXPECT_EQ(contentsOf(world / "a"), "bytes");
 }
 
+TEST(Trash, aNamesakeThatTookTheItemsPlaceIsNotPutBackForIt) {
+    const TrashWorld world;
+    const CleanResult result = clean({world.home().file("mine/x")});
+    const TrashedEntry entry = result.restorable.at(0);
+    // The Trash is emptied elsewhere, and another "x" gets the name that is free again.
+    std::filesystem::remove(entry.trashed.path());
+    std::filesystem::remove(world.note("x").path());
+    clean({world.home().file("other/x", "dear")});
+    ASSERT_TRUE(somethingAt(entry.trashed));
+
+    const RestoreResult back = Cleaner().restore(std::vector{entry});
+    EXPECT_EQ(back.restored, 0);
+    EXPECT_EQ(back.pending, std::vector{entry});
+    EXPECT_FALSE(somethingAt(world / "mine/x"));
+    EXPECT_TRUE(somethingAt(entry.trashed));
+    EXPECT_TRUE(somethingAt(world.note("x")));
+}
+
+TEST(Trash, whatWasReachedThroughALinkComesBackThroughIt) {
+    const TrashWorld world;
+    world.home().file("real/x");
+    world.home().link("short", "real");
+    const CleanResult result = clean({world / "short/x"});
+    EXPECT_EQ(Cleaner().restore(result.restorable).restored, 1);
+    EXPECT_TRUE(somethingAt(world / "real/x"));
+}
+
 TEST(Trash, pathsThatNameNoItemAreRefused) {
     const TrashWorld world;
     world.home().folder("a");
