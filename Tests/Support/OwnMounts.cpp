@@ -48,7 +48,10 @@ void expectMounted(int result, const URL& where) {
         if (unshareMounts()) {
             body();
         } else {
-            ADD_FAILURE() << "no mount namespace: " << std::strerror(errno);
+            // EINVAL is a bare chroot: its root is no mount point, so what is mounted below can't be kept from the rest
+            // of the machine.
+            ADD_FAILURE() << "no mount namespace: " << std::strerror(errno)
+                          << (errno == EINVAL ? "; bind-mount the folder of the chroot onto itself first" : "");
         }
     } catch (const std::exception& error) {
         ADD_FAILURE() << error.what();
