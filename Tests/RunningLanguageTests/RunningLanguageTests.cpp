@@ -1,7 +1,9 @@
 // What one process reads, from its first message on. TAVRIN_EXPECTED_LANGUAGE says which language that must be.
 #include "Support/TestFolder.h"
+#include "TavrinCore/Platform/Locale.h"
 #include "TavrinCore/Platform/SystemError.h"
 #include "TavrinCore/Scanning/ByteFormatter.h"
+#include "TavrinCore/Scanning/DateText.h"
 #include "TavrinCore/Strings.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +85,9 @@ TEST(RunningLanguage, builtMessagesAndSystemTextsFollowIt) {
     const bool english = expectedLanguage() == Language::english;
     EXPECT_EQ(S::countItems(1), english ? "1 item" : "1 elemento(s)");
     EXPECT_EQ(ByteFormatter::string(0), english ? "Zero KB" : "Cero KB");
+    const Date newYear = Date::fromUnix(1'704'110'400);
+    EXPECT_EQ(dateText(newYear), dateText(newYear, {expectedLanguage(), preferredRegion(), {}}));
+    EXPECT_NE(dateText(newYear).find(english ? "Jan" : "ene"), std::string::npos) << dateText(newYear);
     const SystemError error = SystemError::posix(EROFS);
     EXPECT_EQ(error.localizedDescription, english ? "The disk is read-only." : "El disco es de solo lectura.");
     EXPECT_EQ(error.systemText, "Read-only file system");
