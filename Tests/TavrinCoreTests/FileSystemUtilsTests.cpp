@@ -254,5 +254,15 @@ TEST(FileSystemUtils, onlyAMissingPermissionIsAPermissionDenied) {
     EXPECT_FALSE(FileSystemUtils::isPermissionDenied(world.file("file")));
 }
 
+TEST(Children, aCancelledListingEndsAtOnce) {
+    const TestFolder world;
+    for (int i = 0; i < 20; ++i)
+        world.file("folder/" + std::to_string(i));
+    int polls = 0;
+    const auto afterThree = [&polls] { return ++polls > 3; };
+    EXPECT_EQ(FileSystemUtils::children(world / "folder", false, nullptr, afterThree).size(), 3U);
+    EXPECT_EQ(polls, 4);
+}
+
 }  // namespace
 }  // namespace tavrin

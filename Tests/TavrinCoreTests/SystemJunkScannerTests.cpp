@@ -1,4 +1,5 @@
 #include "Support/OrdinaryUser.h"
+#include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
 #include "TavrinCore/Scanning/ByteFormatter.h"
@@ -19,37 +20,22 @@ namespace tavrin {
 namespace {
 
 using test::OrdinaryUser;
+using test::RecordedScan;
 using test::setMode;
 using test::TestFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A scan with all that it said.
-struct Scan {
-    std::vector<CleanableItem> items;
-    std::vector<ScanProgress> reports;
-
-    [[nodiscard]] std::vector<std::string> paths(const TestFolder& world) const {
-        std::vector<std::string> paths;
-        for (const CleanableItem& item : items)
-            paths.push_back(item.url.path().substr(world.path().size() + 1));
-        return paths;
-    }
-};
-
-Scan scanOf(const TestFolder& world, const CancellationCallback& isCancelled = neverCancelled) {
-    Scan scan;
-    const SystemJunkScanner scanner(false, world.url());
-    scan.items = scanner.scan([&](const ScanProgress& report) { scan.reports.push_back(report); }, isCancelled);
-    return scan;
+RecordedScan scanOf(const TestFolder& world) {
+    return test::record(SystemJunkScanner(false, world.url()));
 }
 
 TEST(SystemJunkScanner, aLibraryThatDoesNotExistGivesAnEmptyListAndTheDoneText) {
     const TestFolder world;
-    std::vector<ScanProgress> reports;
-    const SystemJunkScanner scanner(false, world / "missing");
-    EXPECT_THAT(scanner.scan([&](const ScanProgress& report) { reports.push_back(report); }), IsEmpty());
-    EXPECT_THAT(reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    const RecordedScan scan = test::record(SystemJunkScanner(false, world / "missing"));
+    EXPECT_EQ(scan.failure, std::nullopt);
+    EXPECT_THAT(scan.items, IsEmpty());
+    EXPECT_THAT(scan.reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
 }
 
 TEST(SystemJunkScanner, everySourceGivesItsFindingsInItsCategory) {
@@ -63,7 +49,7 @@ TEST(SystemJunkScanner, everySourceGivesItsFindingsInItsCategory) {
     world.file("Containers/com.bar.app/Data/Library/Caches/blob/data");
     world.file("Containers/com.empty.app/Data/Documents/precious");
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     std::map<std::string, ScanCategory> categories;
     for (const CleanableItem& item : scan.items)
@@ -99,7 +85,7 @@ TEST(SystemJunkScanner, aSourceThatExistsButIsEmptyReportsAndAddsNothing) {
     const TestFolder world;
     const URL logs = world.folder("Logs");
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     EXPECT_THAT(scan.items, IsEmpty());
     ASSERT_EQ(scan.reports.size(), 2U);
@@ -114,7 +100,7 @@ TEST(SystemJunkScanner, missingSourcesCountInTheFraction) {
     world.file("Caches/com.apple.dt.Xcode/data");
     world.folder("Containers/a/Data/Library/Caches");
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     std::vector<double> fractions;
     for (const ScanProgress& report : scan.reports)
@@ -137,7 +123,7 @@ TEST(SystemJunkScanner, hiddenEntriesInsideASourceAreNoFindingsButCountInsideACh
     const URL folder = world.folder("Caches/com.foo.app");
     world.fileOfSize("Caches/com.foo.app/.hidden", 20'000);
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     EXPECT_THAT(scan.paths(world), ElementsAre("Caches/com.foo.app"));
     EXPECT_GE(scan.items.at(0).size, 20'000);
@@ -147,7 +133,7 @@ TEST(SystemJunkScanner, theDeveloperCacheBelongsToCachesWhereThatCanBeListed) {
     const TestFolder world;
     world.file("Caches/com.apple.dt.Xcode/data");
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     ASSERT_EQ(scan.items.size(), 1U);
     EXPECT_EQ(scan.items[0].category, ScanCategory::userCache);
@@ -166,7 +152,7 @@ TEST(SystemJunkScanner, aRefusedListingIsReportedAndTheOthersAreFound) {
     setMode(caches, 0000);
     const OrdinaryUser user;
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     EXPECT_THAT(scan.paths(world), ElementsAre("Logs/foo.log"));
     EXPECT_EQ(scan.reports.back().blockedFolders, 1);
@@ -182,15 +168,11 @@ TEST(SystemJunkScanner, whereNothingIsFoundAndAllIsRefusedTheScanFailsWithTheFir
     setMode(logs, 0000);
     const OrdinaryUser user;
 
-    std::vector<ScanProgress> reports;
-    const SystemJunkScanner scanner(false, world.url());
-    try {
-        (void)scanner.scan([&](const ScanProgress& report) { reports.push_back(report); });
-        ADD_FAILURE() << "the scan gave a result";
-    } catch (const ScanError& error) {
-        EXPECT_EQ(error, ScanError::accessDenied(caches));
-    }
-    EXPECT_EQ(std::ranges::count(reports, 1.0, [](const ScanProgress& report) { return report.fractionCompleted; }), 0)
+    const RecordedScan scan = scanOf(world);
+
+    EXPECT_EQ(scan.failure, ScanError::accessDenied(caches));
+    EXPECT_EQ(
+        std::ranges::count(scan.reports, 1.0, [](const ScanProgress& report) { return report.fractionCompleted; }), 0)
         << "no last report";
     setMode(caches, 0700);
     setMode(logs, 0700);
@@ -203,34 +185,27 @@ TEST(SystemJunkScanner, refusedContainersAreADeniedRootAndTheScanGoesOn) {
     setMode(containers, 0000);
     const OrdinaryUser user;
 
-    const Scan scan = scanOf(world);
+    const RecordedScan scan = scanOf(world);
 
     EXPECT_EQ(scan.items.size(), 1U);
     EXPECT_EQ(scan.reports.back().blockedFolders, 1);
     setMode(containers, 0700);
 }
 
-TEST(SystemJunkScanner, aCancelDuringTheMeasuringOfTheLastChildFailsTheScan) {
+TEST(SystemJunkScanner, aCancelAtAnyMomentFailsTheScanWithNoPartialList) {
     const TestFolder world;
-    world.file("Caches/only/data");
-    // Polled for the source, for the child, and then by the measuring itself.
-    int polls = 0;
-    const auto cancelledWhileMeasuring = [&polls] { return ++polls > 2; };
-    try {
-        (void)scanOf(world, cancelledWhileMeasuring);
-        ADD_FAILURE() << "a partial list was returned";
-    } catch (const ScanError& error) {
-        EXPECT_EQ(error, ScanError::cancelled());
-    }
+    world.file("Caches/one/data");
+    world.file("Caches/two/data");
+    world.file("Containers/com.bar.app/Data/Library/Caches/only/data");
+    test::expectCancellableAtEveryPoll(SystemJunkScanner(false, world.url()));
 }
 
 TEST(SystemJunkScanner, aScanCancelledFromTheStartFailsWithoutAReport) {
     const TestFolder world;
     world.file("Caches/only/data");
-    int reports = 0;
-    const SystemJunkScanner scanner(false, world.url());
-    EXPECT_THROW((void)scanner.scan([&](const ScanProgress&) { ++reports; }, [] { return true; }), ScanError);
-    EXPECT_EQ(reports, 0);
+    const RecordedScan scan = test::record(SystemJunkScanner(false, world.url()), [] { return true; });
+    EXPECT_EQ(scan.failure, ScanError::cancelled());
+    EXPECT_THAT(scan.reports, IsEmpty());
 }
 
 TEST(SystemJunkScanner, findingsComeLargestFirstAndEqualOnesInTheOrderTheyWereFound) {

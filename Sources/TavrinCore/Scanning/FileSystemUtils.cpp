@@ -13,11 +13,6 @@ void recordIfRefused(AccessDenials* denials, const URL& folder, const SystemErro
     if (denials != nullptr && AccessDenials::isPermissionError(error)) denials->record(folder);
 }
 
-/// Sizes are the file system's word, and it may say anything.
-std::int64_t sum(std::int64_t a, std::int64_t b) {
-    return a > std::numeric_limits<std::int64_t>::max() - b ? std::numeric_limits<std::int64_t>::max() : a + b;
-}
-
 /// The deep walk behind `size` and `enumerateRegularFiles`. Hands on the entry, so that the path of a file is made for
 /// those who want it.
 template <class OnFile>
@@ -59,9 +54,11 @@ class RegularFiles final : public WalkVisitor {
 /// The direct children.
 class Children final : public WalkVisitor {
   public:
-    Children(bool includeHidden, AccessDenials* denials) : includeHidden_(includeHidden), denials_(denials) {}
+    Children(bool includeHidden, AccessDenials* denials, const CancellationCallback& isCancelled)
+        : includeHidden_(includeHidden), denials_(denials), isCancelled_(isCancelled) {}
 
     WalkStep visit(WalkEntry& entry) override {
+        if (isCancelled_()) return WalkStep::stop;
         if (includeHidden_ || !entry.isHidden()) found.push_back(entry.url());
         return WalkStep::skip;
     }
@@ -76,6 +73,7 @@ class Children final : public WalkVisitor {
   private:
     bool includeHidden_;
     AccessDenials* denials_;
+    const CancellationCallback& isCancelled_;
 };
 
 /// Looks whether there is anything to look at.
@@ -112,13 +110,18 @@ std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const
     if (status->type != FileType::directory) return status->measure();
     std::int64_t total = 0;
     RegularFiles files({.descendIntoPackages = true, .includeHidden = true}, denials, isCancelled,
-                       [&](const WalkEntry&, const FileStatus& file) { total = sum(total, file.measure()); });
+                       [&](const WalkEntry&, const FileStatus& file) { total = sumOfSizes(total, file.measure()); });
     files.walk(url, false);
     return total;
 }
 
-std::vector<URL> FileSystemUtils::children(const URL& folder, bool includeHidden, AccessDenials* denials) {
-    Children children(includeHidden, denials);
+std::int64_t FileSystemUtils::sumOfSizes(std::int64_t a, std::int64_t b) {
+    return a > std::numeric_limits<std::int64_t>::max() - b ? std::numeric_limits<std::int64_t>::max() : a + b;
+}
+
+std::vector<URL> FileSystemUtils::children(const URL& folder, bool includeHidden, AccessDenials* denials,
+                                           const CancellationCallback& isCancelled) {
+    Children children(includeHidden, denials, isCancelled);
     walkDirectory(folder, {.rootLink = LastLink::follow}, children);
     return std::move(children.found);
 }

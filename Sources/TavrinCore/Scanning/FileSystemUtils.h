@@ -54,9 +54,14 @@ class FileSystemUtils {
     [[nodiscard]] static std::int64_t size(const URL& url, AccessDenials* denials = nullptr,
                                            const CancellationCallback& isCancelled = neverCancelled);
 
-    /// The direct children in the file system's own order.
+    /// Sizes added up. They are the file system's word and may be any number, so the sum ends at the largest there is.
+    [[nodiscard]] static std::int64_t sumOfSizes(std::int64_t a, std::int64_t b);
+
+    /// The direct children in the file system's own order; folders are marked as such. Once cancelled, those so far:
+    /// ask again.
     [[nodiscard]] static std::vector<URL> children(const URL& folder, bool includeHidden,
-                                                   AccessDenials* denials = nullptr);
+                                                   AccessDenials* denials = nullptr,
+                                                   const CancellationCallback& isCancelled = neverCancelled);
 
     /// Visits each regular file below `root`, in the file system's own order. Links, folders and specials are not
     /// visited. Stops without a word once cancelled.

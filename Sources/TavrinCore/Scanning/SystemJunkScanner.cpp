@@ -2,27 +2,20 @@
 
 #include "TavrinCore/Scanning/ByteFormatter.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
+#include "TavrinCore/Scanning/ScanRun.h"
 #include "TavrinCore/Strings.h"
 
-#include <algorithm>
 #include <string>
 #include <unordered_set>
 
 namespace tavrin {
-namespace {
-
-void throwIfCancelled(const CancellationCallback& isCancelled) {
-    if (isCancelled()) throw ScanError::cancelled();
-}
-
-}  // namespace
 
 SystemJunkScanner::SystemJunkScanner(bool includePrivileged, std::optional<URL> library)
     : includePrivileged_(includePrivileged), library_(library ? *std::move(library) : FileSystemUtils::homeLibrary()) {}
 
 /// The order matters: a path belongs to the first source that meets it. Xcode's cache is a child of Caches first and a
 /// source of its own only where Caches couldn't be listed; DiagnosticReports is a finding, and so are its children.
-std::vector<SystemJunkScanner::Source> SystemJunkScanner::makeSources(AccessDenials& denials) const {
+std::vector<SystemJunkScanner::Source> SystemJunkScanner::makeSources(ScanRun& run) const {
     const auto below = [this](std::string_view path) { return library_.appendingPathComponent(path, true); };
     std::vector<Source> sources{
         {below("Caches"), ScanCategory::userCache, true},
@@ -34,7 +27,7 @@ std::vector<SystemJunkScanner::Source> SystemJunkScanner::makeSources(AccessDeni
         {below("Developer/Xcode/iOS DeviceSupport"), ScanCategory::derivedData, true},
         {below("Caches/com.apple.dt.Xcode"), ScanCategory::derivedData, false},
     };
-    for (const URL& container : FileSystemUtils::children(below("Containers"), false, &denials)) {
+    for (const URL& container : run.children(below("Containers"))) {
         URL caches = container.appendingPathComponent("Data/Library/Caches", true);
         if (FileSystemUtils::exists(caches)) sources.push_back({std::move(caches), ScanCategory::userCache, true});
     }
@@ -48,68 +41,48 @@ std::vector<SystemJunkScanner::Source> SystemJunkScanner::makeSources(AccessDeni
 /// One scan under way.
 class SystemJunkScanner::Run {
   public:
-    Run(const ProgressCallback& progress, const CancellationCallback& isCancelled)
-        : progress_(progress), isCancelled_(isCancelled) {}
+    Run(const ProgressCallback& progress, const CancellationCallback& isCancelled) : run_(progress, isCancelled) {}
 
     std::vector<CleanableItem> over(const SystemJunkScanner& scanner) {
-        const std::vector<Source> sources = scanner.makeSources(denials_);
+        const std::vector<Source> sources = scanner.makeSources(run_);
         for (std::size_t i = 0; i < sources.size(); ++i) {
-            throwIfCancelled(isCancelled_);
+            run_.throwIfCancelled();
             if (!FileSystemUtils::exists(sources[i].url)) continue;
             reportSource(sources[i], static_cast<double>(i) / static_cast<double>(sources.size()));
             for (const URL& candidate : candidates(sources[i]))
                 consider(candidate, sources[i].category);
         }
-        denials_.throwIfNothingFound(count());
-        reportEnd();
-        std::ranges::stable_sort(items_, std::ranges::greater{}, &CleanableItem::size);
-        return std::move(items_);
+        return run_.finishLargestFirst(run_.bytes());
     }
 
   private:
-    [[nodiscard]] std::int64_t count() const { return static_cast<std::int64_t>(items_.size()); }
-
-    void reportSource(const Source& source, double fraction) const {
-        progress_({.phase = S::scanCheckingLabel(displayName(source.category)),
-                   .itemsFound = count(),
-                   .bytesFound = bytesFound_,
-                   .currentPath = source.url.path(),
-                   .fractionCompleted = fraction});
-    }
-
-    void reportEnd() const {
-        progress_({.phase = denials_.finalPhase(),
-                   .itemsFound = count(),
-                   .bytesFound = bytesFound_,
-                   .fractionCompleted = 1.0,
-                   .blockedFolders = static_cast<std::int64_t>(denials_.all().size())});
+    void reportSource(const Source& source, double fraction) {
+        run_.report({.phase = S::scanCheckingLabel(displayName(source.category)),
+                     .itemsFound = run_.count(),
+                     .bytesFound = run_.bytes(),
+                     .currentPath = source.url.path(),
+                     .fractionCompleted = fraction});
     }
 
     [[nodiscard]] std::vector<URL> candidates(const Source& source) {
         if (!source.perChild) return {source.url};
-        return FileSystemUtils::children(source.url, false, &denials_);
+        return run_.children(source.url);
     }
 
     void consider(const URL& candidate, ScanCategory category) {
-        throwIfCancelled(isCancelled_);
+        run_.throwIfCancelled();
         if (!seen_.insert(candidate.standardizedFileURL().path()).second) return;
-        const std::int64_t size = FileSystemUtils::size(candidate, &denials_, isCancelled_);
-        throwIfCancelled(isCancelled_);  // a measure that was stopped is a partial sum
+        const std::int64_t size = run_.size(candidate);
         if (size < 1) return;
-        bytesFound_ += size;
-        items_.push_back({.id = UUID::random(),
-                          .url = candidate,
-                          .size = size,
-                          .category = category,
-                          .isSelected = true,
-                          .detail = ByteFormatter::string(size)});
+        run_.add({.id = UUID::random(),
+                  .url = candidate,
+                  .size = size,
+                  .category = category,
+                  .isSelected = true,
+                  .detail = ByteFormatter::string(size)});
     }
 
-    const ProgressCallback& progress_;
-    const CancellationCallback& isCancelled_;
-    AccessDenials denials_;
-    std::vector<CleanableItem> items_;
-    std::int64_t bytesFound_ = 0;
+    ScanRun run_;
     std::unordered_set<std::string> seen_;
 };
 

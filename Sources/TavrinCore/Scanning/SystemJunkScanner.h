@@ -2,13 +2,14 @@
 // saved window state, build products, and the caches inside app containers. Everything found starts selected.
 #pragma once
 
-#include "TavrinCore/Scanning/AccessDenials.h"
 #include "TavrinCore/Scanning/Scanner.h"
 
 #include <optional>
 #include <vector>
 
 namespace tavrin {
+
+class ScanRun;
 
 class SystemJunkScanner final : public Scanner {
   public:
@@ -31,7 +32,7 @@ class SystemJunkScanner final : public Scanner {
     };
     class Run;
 
-    [[nodiscard]] std::vector<Source> makeSources(AccessDenials& denials) const;
+    [[nodiscard]] std::vector<Source> makeSources(ScanRun& run) const;
 
     bool includePrivileged_;
     URL library_;
