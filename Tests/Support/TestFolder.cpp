@@ -2,6 +2,7 @@
 
 #include "Support/OrdinaryUser.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/stat.h>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -120,6 +122,20 @@ bool somethingAt(const URL& url) {
 
 void setMode(const URL& url, unsigned mode) {
     EXPECT_EQ(::chmod(url.path().c_str(), mode), 0) << url.path() << ": " << std::strerror(errno);
+}
+
+void setTimes(const URL& url, Date accessed, Date modified) {
+    const auto time = [](Date date) {
+        const double seconds = std::floor(date.secondsSinceUnix());
+        return timespec{static_cast<time_t>(seconds), static_cast<long>((date.secondsSinceUnix() - seconds) * 1e9)};
+    };
+    const std::array<timespec, 2> times{time(accessed), time(modified)};
+    EXPECT_EQ(::utimensat(AT_FDCWD, url.path().c_str(), times.data(), AT_SYMLINK_NOFOLLOW), 0)
+        << url.path() << ": " << std::strerror(errno);
+}
+
+void makeFifo(const URL& url) {
+    EXPECT_EQ(::mkfifo(url.path().c_str(), 0600), 0) << url.path() << ": " << std::strerror(errno);
 }
 
 ScopedVariable::ScopedVariable(const char* name, const char* value) : name_(name) {

@@ -4,6 +4,7 @@
 // reached without root's rights, it lies in ~/.cache instead.
 #pragma once
 
+#include "TavrinCore/Models/Date.h"
 #include "TavrinCore/Models/URL.h"
 
 #include <cstddef>
@@ -41,6 +42,10 @@ class TestFolder {
 /// Whether anything bears that name; links are not followed.
 [[nodiscard]] bool somethingAt(const URL& url);
 void setMode(const URL& url, unsigned mode);
+/// Of a file, a folder, or a link itself.
+void setTimes(const URL& url, Date accessed, Date modified);
+/// A FIFO would block whoever opens it.
+void makeFifo(const URL& url);
 
 /// Sets an environment variable (or takes it away, with nullptr) for as long as this lives.
 class ScopedVariable {

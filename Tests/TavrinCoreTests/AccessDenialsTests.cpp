@@ -84,5 +84,15 @@ TEST(AccessDenials, helpersOnManyThreadsShareOneRecord) {
     EXPECT_EQ(denials.all().size(), 10U);
 }
 
+TEST(AccessDenials, onlyAMissingPermissionIsRecordedAsARefusal) {
+    AccessDenials denials;
+    const URL folder = URL::fromPath("/folder", true);
+    denials.recordIfRefused(folder, SystemError::posix(ENOENT));
+    EXPECT_TRUE(denials.isEmpty());
+    denials.recordIfRefused(folder, SystemError::posix(EACCES));
+    denials.recordIfRefused(folder, SystemError::posix(EPERM));
+    EXPECT_EQ(denials.all(), std::vector{folder});
+}
+
 }  // namespace
 }  // namespace tavrin

@@ -254,7 +254,25 @@ TEST(FileSystemUtils, onlyAMissingPermissionIsAPermissionDenied) {
     EXPECT_FALSE(FileSystemUtils::isPermissionDenied(world.file("file")));
 }
 
-TEST(Children, aCancelledListingEndsAtOnce) {
+TEST(FileSystemUtils, onlyAFolderItselfIsAFolder) {
+    const TestFolder world;
+    world.file("file");
+    world.link("link", "folder");
+    EXPECT_TRUE(FileSystemUtils::isFolder(world.folder("folder")));
+    for (const char* name : {"file", "link", "missing"})
+        EXPECT_FALSE(FileSystemUtils::isFolder(world / name)) << name;
+}
+
+TEST(FileSystemUtils, existingFoldersAreThoseThatAreThereInTheOrderOfTheirNames) {
+    const TestFolder world;
+    const URL second = world.folder("b");
+    const URL first = world.folder("d");
+    world.link("dangling", "nowhere");
+    constexpr std::array<std::string_view, 4> names{"d", "a", "dangling", "b"};
+    EXPECT_THAT(FileSystemUtils::existingFolders(world.url(), names), ElementsAre(first, second));
+}
+
+TEST(FileSystemUtils, aCancelledListingEndsAtOnce) {
     const TestFolder world;
     for (int i = 0; i < 20; ++i)
         world.file("folder/" + std::to_string(i));

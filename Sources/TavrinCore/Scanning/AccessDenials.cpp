@@ -24,6 +24,10 @@ void AccessDenials::record(const URL& url) {
     if (std::ranges::none_of(roots_, [&](const URL& root) { return root.path() == url.path(); })) roots_.push_back(url);
 }
 
+void AccessDenials::recordIfRefused(const URL& url, const SystemError& error) {
+    if (isPermissionError(error)) record(url);
+}
+
 bool AccessDenials::isEmpty() const {
     const std::lock_guard guard(lock_);
     return roots_.empty();

@@ -18,6 +18,8 @@ class AccessDenials {
   public:
     /// Takes `url` in, unless its path is there already.
     void record(const URL& url);
+    /// The same where `error` says that permission is missing; nothing for any other error.
+    void recordIfRefused(const URL& url, const SystemError& error);
 
     [[nodiscard]] bool isEmpty() const;
     /// The first root that was recorded.

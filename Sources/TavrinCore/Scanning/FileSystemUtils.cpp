@@ -10,7 +10,7 @@ namespace tavrin {
 namespace {
 
 void recordIfRefused(AccessDenials* denials, const URL& folder, const SystemError& error) {
-    if (denials != nullptr && AccessDenials::isPermissionError(error)) denials->record(folder);
+    if (denials != nullptr) denials->recordIfRefused(folder, error);
 }
 
 /// The deep walk behind `size` and `enumerateRegularFiles`. Hands on the entry, so that the path of a file is made for
@@ -94,6 +94,10 @@ URL FileSystemUtils::home() {
 }
 
 URL FileSystemUtils::homeLibrary(std::initializer_list<std::string_view> components) {
+    return homeLibrary(std::span(components.begin(), components.size()));
+}
+
+URL FileSystemUtils::homeLibrary(std::span<const std::string_view> components) {
     URL url = home().appendingPathComponent("Library", true);
     for (std::string_view component : components)
         url = url.appendingPathComponent(component);
@@ -102,6 +106,20 @@ URL FileSystemUtils::homeLibrary(std::initializer_list<std::string_view> compone
 
 bool FileSystemUtils::exists(const URL& url) {
     return fileStatus(url, LastLink::follow).ok();
+}
+
+std::vector<URL> FileSystemUtils::existingFolders(const URL& parent, std::span<const std::string_view> names) {
+    std::vector<URL> folders;
+    for (const std::string_view name : names) {
+        if (URL folder = parent.appendingPathComponent(name, true); exists(folder))
+            folders.push_back(std::move(folder));
+    }
+    return folders;
+}
+
+bool FileSystemUtils::isFolder(const URL& url) {
+    const Result<FileStatus> status = fileStatus(url);
+    return status && status->type == FileType::directory;
 }
 
 std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const CancellationCallback& isCancelled) {

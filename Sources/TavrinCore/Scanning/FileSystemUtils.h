@@ -12,6 +12,7 @@
 #include <functional>
 #include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,9 +46,14 @@ class FileSystemUtils {
     [[nodiscard]] static URL home();
     /// ~/Library, or what the components name below it.
     [[nodiscard]] static URL homeLibrary(std::initializer_list<std::string_view> components = {});
+    [[nodiscard]] static URL homeLibrary(std::span<const std::string_view> components);
 
     /// Follows links: a dangling one counts as missing.
     [[nodiscard]] static bool exists(const URL& url);
+    /// Those of the folders of these names, below `parent`, at which there is something; in their order.
+    [[nodiscard]] static std::vector<URL> existingFolders(const URL& parent, std::span<const std::string_view> names);
+    /// Whether `url` itself is a folder. A link to one is none.
+    [[nodiscard]] static bool isFolder(const URL& url);
 
     /// What `url` occupies on disk; a folder with all that lies in it, hidden files and bundles included. Links are not
     /// followed, hard links count at each path. 0 for what doesn't exist. Once cancelled, the sum so far: ask again.

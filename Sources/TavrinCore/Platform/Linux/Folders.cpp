@@ -28,6 +28,11 @@ URL homeFromPasswordDatabase() {
     return URL::fromPath(found->pw_dir, true);
 }
 
+URL baseFolder(const char* variable, std::string_view belowHome) {
+    const std::string_view path = absolutePathVariable(variable);
+    return path.empty() ? homeFolder().appendingPathComponent(belowHome, true) : URL::fromPath(path, true);
+}
+
 }  // namespace
 
 URL homeFolder() {
@@ -36,9 +41,17 @@ URL homeFolder() {
 }
 
 URL applicationSupportFolder() {
-    const std::string_view dataHome = absolutePathVariable("XDG_DATA_HOME");
-    if (!dataHome.empty()) return URL::fromPath(dataHome, true);
-    return homeFolder().appendingPathComponent(".local/share", true);
+    return baseFolder("XDG_DATA_HOME", ".local/share");
+}
+
+URL configurationFolder() {
+    return baseFolder("XDG_CONFIG_HOME", ".config");
+}
+
+/// The Trash of the home's own disk (freedesktop.org Trash specification 1.0); the notes beside it are not its
+/// children.
+std::optional<URL> trashFolder() {
+    return applicationSupportFolder().appendingPathComponent("Trash/files", true);
 }
 
 }  // namespace tavrin
