@@ -1,5 +1,6 @@
 #include "TavrinCore/ScannerFactory.h"
 
+#include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
 
@@ -11,6 +12,10 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
     switch (kind) {
         case ModuleKind::systemJunk:
             return std::make_unique<SystemJunkScanner>(scannerDefaults::SystemJunk::includePrivileged);
+        case ModuleKind::largeFiles:
+            return std::make_unique<LargeFilesScanner>(std::nullopt, scannerDefaults::LargeFiles::largeThresholdBytes,
+                                                       scannerDefaults::LargeFiles::staleInterval,
+                                                       scannerDefaults::LargeFiles::includeTrash);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -18,9 +18,9 @@ class ScannerFactory {
     [[nodiscard]] static constexpr bool hasScanner(ModuleKind kind) {
         switch (kind) {
             case ModuleKind::systemJunk:
+            case ModuleKind::largeFiles:
                 return true;
             case ModuleKind::duplicates:
-            case ModuleKind::largeFiles:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
