@@ -1,5 +1,6 @@
 #include "TavrinCore/ScannerFactory.h"
 
+#include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
@@ -16,6 +17,9 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<LargeFilesScanner>(std::nullopt, scannerDefaults::LargeFiles::largeThresholdBytes,
                                                        scannerDefaults::LargeFiles::staleInterval,
                                                        scannerDefaults::LargeFiles::includeTrash);
+        case ModuleKind::developerJunk:
+            return std::make_unique<DeveloperJunkScanner>(std::nullopt, std::nullopt,
+                                                          scannerDefaults::DeveloperJunk::maxDepth);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

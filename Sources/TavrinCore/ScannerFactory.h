@@ -19,13 +19,13 @@ class ScannerFactory {
         switch (kind) {
             case ModuleKind::systemJunk:
             case ModuleKind::largeFiles:
+            case ModuleKind::developerJunk:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
             case ModuleKind::downloadsJunk:
