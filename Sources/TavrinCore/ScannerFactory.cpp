@@ -2,6 +2,7 @@
 
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
+#include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
 
@@ -20,6 +21,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
         case ModuleKind::developerJunk:
             return std::make_unique<DeveloperJunkScanner>(std::nullopt, std::nullopt,
                                                           scannerDefaults::DeveloperJunk::maxDepth);
+        case ModuleKind::mailAttachments:
+            return std::make_unique<MailAttachmentsScanner>();
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -20,13 +20,13 @@ class ScannerFactory {
             case ModuleKind::systemJunk:
             case ModuleKind::largeFiles:
             case ModuleKind::developerJunk:
+            case ModuleKind::mailAttachments:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
             case ModuleKind::downloadsJunk:
             case ModuleKind::browserCaches:

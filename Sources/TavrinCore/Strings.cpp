@@ -30,6 +30,12 @@ constexpr StaticMessage kSystemTexts[] = {
 #undef TAVRIN_SYSTEM_REFUSAL
 };
 
+constexpr StaticMessage kNameTexts[] = {
+#define TAVRIN_NAME(key, english, spanish) {#key, english, spanish},
+#include "TavrinCore/Strings/NameTexts.def"
+#undef TAVRIN_NAME
+};
+
 struct Refusal {
     int errorNumber;
     StaticMessage sentence;
@@ -93,6 +99,9 @@ const std::string& S::privacyPolicyURL() {
 #include "TavrinCore/Strings/SystemTexts.def"
 #undef TAVRIN_SYSTEM_REFUSAL
 #undef TAVRIN_SYSTEM_TEXT
+#define TAVRIN_NAME TAVRIN_MESSAGE
+#include "TavrinCore/Strings/NameTexts.def"
+#undef TAVRIN_NAME
 #undef TAVRIN_MESSAGE
 
 std::string_view S::systemRefusal(int errorNumber) {
@@ -110,6 +119,10 @@ std::span<const FunctionMessageRow> S::functionMessages() {
 
 std::span<const StaticMessage> S::systemTexts() {
     return kSystemTexts;
+}
+
+std::span<const StaticMessage> S::nameTexts() {
+    return kNameTexts;
 }
 
 }  // namespace tavrin

@@ -46,6 +46,11 @@ class S {
 #undef TAVRIN_SYSTEM_TEXT
 #undef TAVRIN_SYSTEM_REFUSAL
 
+    /// What scanners call other programs' things.
+#define TAVRIN_NAME(key, english, spanish) [[nodiscard]] static const std::string& key();
+#include "TavrinCore/Strings/NameTexts.def"
+#undef TAVRIN_NAME
+
     /// Why the system refused something, one sentence for an error number of POSIX. Empty for one that has none here.
     [[nodiscard]] static std::string_view systemRefusal(int errorNumber);
 
@@ -54,6 +59,8 @@ class S {
     [[nodiscard]] static std::span<const FunctionMessageRow> functionMessages();
     /// The system's texts, in a table of their own. The key of a refusal is the name of its error number.
     [[nodiscard]] static std::span<const StaticMessage> systemTexts();
+    /// Names, likewise.
+    [[nodiscard]] static std::span<const StaticMessage> nameTexts();
 };
 
 }  // namespace tavrin

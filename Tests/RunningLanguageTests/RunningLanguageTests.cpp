@@ -85,6 +85,7 @@ TEST(RunningLanguage, builtMessagesAndSystemTextsFollowIt) {
     const bool english = expectedLanguage() == Language::english;
     EXPECT_EQ(S::countItems(1), english ? "1 item" : "1 elemento(s)");
     EXPECT_EQ(ByteFormatter::string(0), english ? "Zero KB" : "Cero KB");
+    EXPECT_EQ(S::legacyOutlookName(), english ? "Outlook (legacy)" : "Outlook (antiguo)");
     const Date newYear = Date::fromUnix(1'704'110'400);
     EXPECT_EQ(dateText(newYear), dateText(newYear, {expectedLanguage(), preferredRegion(), {}}));
     EXPECT_NE(dateText(newYear).find(english ? "Jan" : "ene"), std::string::npos) << dateText(newYear);

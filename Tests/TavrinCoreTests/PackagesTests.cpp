@@ -6,7 +6,8 @@ namespace tavrin {
 namespace {
 
 TEST(Packages, anExtensionMakesAPackageWhateverItsCase) {
-    for (const char* name : {"Mail.app", "Mail.APP", "Photos Library.photoslibrary", "x.tar.pkg", "a.prefPane"})
+    for (const char* name :
+         {"Mail.app", "Mail.APP", "Photos Library.photoslibrary", "x.tar.pkg", "Old mail.mbox", "a.prefPane"})
         EXPECT_TRUE(isPackageName(name)) << name;
 }
 

@@ -10,11 +10,12 @@ namespace {
 
 // Sorted, lower case.
 constexpr auto kExtensions = std::to_array<std::string_view>({
-    "action",       "app",           "appex", "band",         "bundle",        "component", "docset",       "download",
-    "fcpbundle",    "imovielibrary", "kext",  "key",          "lbdb",          "logicx",    "mdimporter",   "mpkg",
-    "musiclibrary", "numbers",       "pages", "photolibrary", "photoslibrary", "pkg",       "playground",   "plugin",
-    "prefpane",     "qlgenerator",   "rtfd",  "saver",        "scptd",         "service",   "sparsebundle", "tvlibrary",
-    "vst",          "vst3",          "wdgt",  "workflow",     "xcarchive",     "xcodeproj", "xcworkspace",  "xpc",
+    "action",        "app",        "appex",         "band",         "bundle",      "component",   "docset",
+    "download",      "fcpbundle",  "imovielibrary", "kext",         "key",         "lbdb",        "logicx",
+    "mbox",          "mdimporter", "mpkg",          "musiclibrary", "numbers",     "pages",       "photolibrary",
+    "photoslibrary", "pkg",        "playground",    "plugin",       "prefpane",    "qlgenerator", "rtfd",
+    "saver",         "scptd",      "service",       "sparsebundle", "tvlibrary",   "vst",         "vst3",
+    "wdgt",          "workflow",   "xcarchive",     "xcodeproj",    "xcworkspace", "xpc",
 });
 static_assert(std::ranges::is_sorted(kExtensions));
 
