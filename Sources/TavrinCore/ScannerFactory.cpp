@@ -4,6 +4,7 @@
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
+#include "TavrinCore/Scanning/ScreenshotsScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
 
 #include <stdexcept>
@@ -23,6 +24,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
                                                           scannerDefaults::DeveloperJunk::maxDepth);
         case ModuleKind::mailAttachments:
             return std::make_unique<MailAttachmentsScanner>();
+        case ModuleKind::screenshots:
+            return std::make_unique<ScreenshotsScanner>();
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -21,13 +21,13 @@ class ScannerFactory {
             case ModuleKind::largeFiles:
             case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
+            case ModuleKind::screenshots:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::screenshots:
             case ModuleKind::downloadsJunk:
             case ModuleKind::browserCaches:
             case ModuleKind::iosBackups:
