@@ -1,6 +1,7 @@
 #include "TavrinCore/ScannerFactory.h"
 
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
+#include "TavrinCore/Scanning/DownloadsJunkScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
@@ -26,6 +27,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<MailAttachmentsScanner>();
         case ModuleKind::screenshots:
             return std::make_unique<ScreenshotsScanner>();
+        case ModuleKind::downloadsJunk:
+            return std::make_unique<DownloadsJunkScanner>(scannerDefaults::DownloadsJunk::staleAfterDays);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

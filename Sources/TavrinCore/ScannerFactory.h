@@ -22,13 +22,13 @@ class ScannerFactory {
             case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
+            case ModuleKind::downloadsJunk:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::downloadsJunk:
             case ModuleKind::browserCaches:
             case ModuleKind::iosBackups:
             case ModuleKind::messagesAttachments:
