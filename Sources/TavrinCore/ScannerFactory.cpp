@@ -1,5 +1,6 @@
 #include "TavrinCore/ScannerFactory.h"
 
+#include "TavrinCore/Scanning/BrowserCacheScanner.h"
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/DownloadsJunkScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
@@ -29,6 +30,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<ScreenshotsScanner>();
         case ModuleKind::downloadsJunk:
             return std::make_unique<DownloadsJunkScanner>(scannerDefaults::DownloadsJunk::staleAfterDays);
+        case ModuleKind::browserCaches:
+            return std::make_unique<BrowserCacheScanner>(scannerDefaults::BrowserCaches::minSizeBytes);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

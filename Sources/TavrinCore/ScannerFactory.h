@@ -23,13 +23,13 @@ class ScannerFactory {
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
             case ModuleKind::downloadsJunk:
+            case ModuleKind::browserCaches:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::browserCaches:
             case ModuleKind::iosBackups:
             case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
