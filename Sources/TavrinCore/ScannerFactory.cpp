@@ -3,6 +3,7 @@
 #include "TavrinCore/Scanning/BrowserCacheScanner.h"
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/DownloadsJunkScanner.h"
+#include "TavrinCore/Scanning/IOSBackupScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
@@ -32,6 +33,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<DownloadsJunkScanner>(scannerDefaults::DownloadsJunk::staleAfterDays);
         case ModuleKind::browserCaches:
             return std::make_unique<BrowserCacheScanner>(scannerDefaults::BrowserCaches::minSizeBytes);
+        case ModuleKind::iosBackups:
+            return std::make_unique<IOSBackupScanner>();
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

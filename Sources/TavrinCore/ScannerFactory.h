@@ -24,13 +24,13 @@ class ScannerFactory {
             case ModuleKind::screenshots:
             case ModuleKind::downloadsJunk:
             case ModuleKind::browserCaches:
+            case ModuleKind::iosBackups:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::iosBackups:
             case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
                 return false;
