@@ -6,6 +6,7 @@
 #include "TavrinCore/Scanning/IOSBackupScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
+#include "TavrinCore/Scanning/MessagesAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/ScreenshotsScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
@@ -35,6 +36,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<BrowserCacheScanner>(scannerDefaults::BrowserCaches::minSizeBytes);
         case ModuleKind::iosBackups:
             return std::make_unique<IOSBackupScanner>();
+        case ModuleKind::messagesAttachments:
+            return std::make_unique<MessagesAttachmentsScanner>(scannerDefaults::MessagesAttachments::minSizeBytes);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

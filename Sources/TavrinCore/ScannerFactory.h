@@ -25,13 +25,13 @@ class ScannerFactory {
             case ModuleKind::downloadsJunk:
             case ModuleKind::browserCaches:
             case ModuleKind::iosBackups:
+            case ModuleKind::messagesAttachments:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
-            case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
                 return false;
         }
