@@ -1,5 +1,7 @@
 #include "Support/RecordedScan.h"
 
+#include "TavrinCore/Strings.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -32,6 +34,10 @@ std::vector<std::string> RecordedScan::phasesBeforeTheEnd() const {
     for (std::size_t i = 0; i + 1 < reports.size(); ++i)
         phases.push_back(reports[i].phase);
     return phases;
+}
+
+ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound) {
+    return {.phase = S::scanDone(), .itemsFound = itemsFound, .bytesFound = bytesFound, .fractionCompleted = 1.0};
 }
 
 RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled) {

@@ -4,6 +4,7 @@
 #include "Support/TestFolder.h"
 #include "TavrinCore/Scanning/Scanner.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,9 @@ struct RecordedScan {
     /// Of the reports before the last one: their phases.
     [[nodiscard]] std::vector<std::string> phasesBeforeTheEnd() const;
 };
+
+/// The last report of a scan that was refused nothing.
+[[nodiscard]] ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound);
 
 [[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled = neverCancelled);
 

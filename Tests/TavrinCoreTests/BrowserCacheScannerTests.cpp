@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -16,9 +16,9 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::TestFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -123,7 +123,7 @@ TEST(BrowserCacheScanner, aSupportFolderWithoutProfilesGivesNothing) {
     library.file("Application Support/Google/Chrome/Local State");
     const RecordedScan scan = scanOf(library);
     EXPECT_EQ(scan.failure, std::nullopt);
-    EXPECT_THAT(scan.reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(scan.reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST(BrowserCacheScanner, aHiddenFolderAndALinkAreNeverTakenForAProfile) {
@@ -151,19 +151,14 @@ TEST(BrowserCacheScanner, whatRefusesIsReportedOrFailsTheScan) {
     const TestFolder library;
     const URL profiles = library.folder("Application Support/Google/Chrome");
     const URL sandbox = library.folder("Containers/com.apple.Safari/Data/Library/Caches/WebKit");
-    setMode(profiles, 0000);
-    setMode(sandbox, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(scanOf(library).failure, ScanError::accessDenied(sandbox));
-        library.fileOfSize("Caches/Firefox/data", 20'000);
-        const RecordedScan scan = scanOf(library);
-        EXPECT_EQ(scan.items.size(), 1U);
-        EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(scan.reports.back().blockedFolders, 2);
-    }
-    setMode(profiles, 0700);
-    setMode(sandbox, 0700);
+    const LockedFolder lock(profiles);
+    const LockedFolder secondLock(sandbox);
+    EXPECT_EQ(scanOf(library).failure, ScanError::accessDenied(sandbox));
+    library.fileOfSize("Caches/Firefox/data", 20'000);
+    const RecordedScan scan = scanOf(library);
+    EXPECT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(scan.reports.back().blockedFolders, 2);
 }
 
 TEST(BrowserCacheScanner, aProfileWhoseNameIsNoTextIsNamedAsFarAsItIs) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -17,9 +17,8 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::TestFolder;
 using testing::Each;
 using testing::ElementsAre;
@@ -233,28 +232,20 @@ TEST(DeveloperJunkScanner, aRefusedProjectFolderIsReportedAndTheOthersAreFound) 
     home.file("src/app/Pods/x");
     home.file("src/locked/Pods/x");
     const URL locked = home.folder("src/locked");
-    setMode(locked, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan scan = scanOf(home);
-        EXPECT_THAT(scan.paths(home), ElementsAre("src/app/Pods"));
-        EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-        std::filesystem::remove_all((home / "src/app").path());
-        EXPECT_EQ(scanOf(home).failure, ScanError::accessDenied(locked));
-    }
-    setMode(locked, 0700);
+    const LockedFolder lock(locked);
+    const RecordedScan scan = scanOf(home);
+    EXPECT_THAT(scan.paths(home), ElementsAre("src/app/Pods"));
+    EXPECT_EQ(scan.reports.back().blockedFolders, 1);
+    std::filesystem::remove_all((home / "src/app").path());
+    EXPECT_EQ(scanOf(home).failure, ScanError::accessDenied(locked));
 }
 
 TEST(DeveloperJunkScanner, aRefusalInsideAToolCacheIsReported) {
     const TestFolder home;
     home.file(".npm/_cacache/data");
     const URL locked = home.folder(".npm/_cacache/locked");
-    setMode(locked, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(scanOf(home).reports.back().blockedFolders, 1);
-    }
-    setMode(locked, 0700);
+    const LockedFolder lock(locked);
+    EXPECT_EQ(scanOf(home).reports.back().blockedFolders, 1);
 }
 
 TEST(DeveloperJunkScanner, aCancelAtAnyMomentFailsTheScan) {

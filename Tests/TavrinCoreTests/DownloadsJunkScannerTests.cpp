@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -19,9 +19,9 @@ namespace tavrin {
 namespace {
 
 using namespace std::chrono_literals;
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::setTimes;
 using test::TestFolder;
 using testing::ElementsAre;
@@ -129,10 +129,7 @@ TEST(DownloadsJunkScanner, findsInstallersAndWhatNobodyOpened) {
     EXPECT_EQ(scan.reports[1].itemsFound, 1);
     EXPECT_THAT((std::vector{*scan.reports[0].currentPath, *scan.reports[1].currentPath}),
                 testing::UnorderedElementsAre("Setup.dmg", "old.txt"));
-    EXPECT_EQ(scan.reports.back(), (ScanProgress{.phase = S::scanDone(),
-                                                 .itemsFound = 2,
-                                                 .bytesFound = scan.items[0].size + scan.items[1].size,
-                                                 .fractionCompleted = 1.0}));
+    EXPECT_EQ(scan.reports.back(), doneReport(2, scan.items[0].size + scan.items[1].size));
 }
 
 TEST(DownloadsJunkScanner, foldersHiddenEmptyAndDeeperFilesAreNoFindings) {
@@ -172,12 +169,8 @@ TEST(DownloadsJunkScanner, aFileThatVanishesBeforeItIsLookedAtIsNoFinding) {
 TEST(DownloadsJunkScanner, refusedDownloadsFailTheScan) {
     const TestFolder world;
     const URL downloads = world.folder("Downloads");
-    setMode(downloads, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(test::record(scannerOf(downloads)).failure, ScanError::accessDenied(downloads));
-    }
-    setMode(downloads, 0700);
+    const LockedFolder lock(downloads);
+    EXPECT_EQ(test::record(scannerOf(downloads)).failure, ScanError::accessDenied(downloads));
 }
 
 TEST(DownloadsJunkScanner, aCancelAtAnyMomentFailsTheScan) {

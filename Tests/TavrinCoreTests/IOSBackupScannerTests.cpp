@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/PropertyLists.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
@@ -19,9 +19,9 @@ namespace tavrin {
 namespace {
 
 using test::BinaryPropertyList;
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::setTimes;
 using test::TestFolder;
 using test::xmlPropertyList;
@@ -160,7 +160,7 @@ TEST(IOSBackupScanner, looseFilesHiddenFoldersAndLinksAreSkippedWithoutAReport) 
     root.file(".hidden/x");
     root.file(".hidden/y");
     root.link("link", ".hidden");
-    EXPECT_THAT(scanOf(root).reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(scanOf(root).reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST(IOSBackupScanner, aFolderWithoutAByteIsReportedAndSkipped) {
@@ -181,27 +181,19 @@ TEST(IOSBackupScanner, aBackupThatVanishesWhileItIsMeasuredIsNoFinding) {
 TEST(IOSBackupScanner, aRefusedRootFailsTheScan) {
     const TestFolder world;
     const URL root = world.folder("Backup");
-    setMode(root, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(test::record(IOSBackupScanner(root)).failure, ScanError::accessDenied(root));
-    }
-    setMode(root, 0700);
+    const LockedFolder lock(root);
+    EXPECT_EQ(test::record(IOSBackupScanner(root)).failure, ScanError::accessDenied(root));
 }
 
 TEST(IOSBackupScanner, aRefusalInsideABackupIsReported) {
     const TestFolder root;
     root.file("0001/x");
     const URL locked = root.folder("0001/locked");
-    setMode(locked, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan scan = scanOf(root);
-        EXPECT_EQ(scan.items.size(), 1U);
-        EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-    }
-    setMode(locked, 0700);
+    const LockedFolder lock(locked);
+    const RecordedScan scan = scanOf(root);
+    EXPECT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(scan.reports.back().blockedFolders, 1);
 }
 
 TEST(IOSBackupScanner, aCancelAtAnyMomentFailsTheScan) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -19,10 +19,10 @@ namespace tavrin {
 namespace {
 
 using namespace std::chrono_literals;
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
 using test::ScopedVariable;
-using test::setMode;
 using test::setTimes;
 using test::TestFolder;
 using testing::ElementsAre;
@@ -152,8 +152,7 @@ TEST_F(LargeFilesScan, findsWhatIsLargeAndWhatIsOldInTheContentFoldersAlone) {
     EXPECT_THAT(found.paths(home_), ElementsAre("Movies/film.mov", "Documents/deep/down/old.txt"));
     EXPECT_EQ(found.items[0].category, ScanCategory::largeFile);
     EXPECT_EQ(found.items[1].category, ScanCategory::oldFile);
-    EXPECT_EQ(found.reports.back(), (ScanProgress{.phase = S::scanDone(), .itemsFound = 2, .fractionCompleted = 1.0}))
-        << "the bytes are left to the screen";
+    EXPECT_EQ(found.reports.back(), doneReport(2, 0)) << "the bytes are left to the screen";
 }
 
 TEST_F(LargeFilesScan, whatOnlyLooksLargeIsNot) {
@@ -193,7 +192,7 @@ TEST_F(LargeFilesScan, theTrashIsLookedAtOnlyWhenAskedTo) {
 TEST_F(LargeFilesScan, aHomeWithNothingInItIsDoneWithoutARefusal) {
     const RecordedScan found = scan();
     EXPECT_EQ(found.failure, std::nullopt);
-    EXPECT_THAT(found.reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(found.reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST_F(LargeFilesScan, everyFiveHundredthFileIsReportedWithWhatWasFoundBeforeIt) {
@@ -223,25 +222,17 @@ TEST_F(LargeFilesScan, findingsComeLargestFirst) {
 TEST_F(LargeFilesScan, aRefusedRootIsReportedAndTheOthersAreFound) {
     home_.fileOfSize("Movies/film.mov", 200'000);
     const URL documents = home_.folder("Documents");
-    setMode(documents, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan found = scan();
-        EXPECT_EQ(found.items.size(), 1U);
-        EXPECT_EQ(found.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(found.reports.back().blockedFolders, 1);
-    }
-    setMode(documents, 0700);
+    const LockedFolder lock(documents);
+    const RecordedScan found = scan();
+    EXPECT_EQ(found.items.size(), 1U);
+    EXPECT_EQ(found.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(found.reports.back().blockedFolders, 1);
 }
 
 TEST_F(LargeFilesScan, aRefusedTrashFailsAScanThatFoundNothingElse) {
     const URL trash = home_.folder(".local/share/Trash/files");
-    setMode(trash, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(scan().failure, ScanError::accessDenied(trash));
-    }
-    setMode(trash, 0700);
+    const LockedFolder lock(trash);
+    EXPECT_EQ(scan().failure, ScanError::accessDenied(trash));
 }
 
 TEST_F(LargeFilesScan, linksAndSpecialsAreNoFindings) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -17,9 +17,9 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::TestFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -165,40 +165,32 @@ TEST(MailAttachmentsScanner, aProgramWhoseFoldersAreEmptyIsNoFinding) {
 
 TEST(MailAttachmentsScanner, withoutAnyMailThereIsNothingButTheLastReport) {
     const TestFolder home;
-    EXPECT_THAT(scanOf(home).reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(scanOf(home).reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST(MailAttachmentsScanner, aRefusedMailFolderFailsTheScanUnlessSomethingElseIsFound) {
     const TestFolder home;
     const URL mail = home.folder(kMail);
-    setMode(mail, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan refused = scanOf(home);
-        EXPECT_EQ(refused.failure, ScanError::accessDenied(mail));
-        EXPECT_THAT(refused.reports, IsEmpty()) << "nothing is announced that can't be looked at";
+    const LockedFolder lock(mail);
+    const RecordedScan refused = scanOf(home);
+    EXPECT_EQ(refused.failure, ScanError::accessDenied(mail));
+    EXPECT_THAT(refused.reports, IsEmpty()) << "nothing is announced that can't be looked at";
 
-        home.file(kOutlook + "/Attachments/x");
-        const RecordedScan partial = scanOf(home);
-        EXPECT_EQ(partial.items.size(), 1U);
-        EXPECT_EQ(partial.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(partial.reports.back().blockedFolders, 1);
-    }
-    setMode(mail, 0700);
+    home.file(kOutlook + "/Attachments/x");
+    const RecordedScan partial = scanOf(home);
+    EXPECT_EQ(partial.items.size(), 1U);
+    EXPECT_EQ(partial.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(partial.reports.back().blockedFolders, 1);
 }
 
 TEST(MailAttachmentsScanner, aRefusedFolderDeepInTheStoreIsRecordedAndTheRestIsFound) {
     const TestFolder home;
     home.file(kMail + "/a/Attachments/x");
     const URL locked = home.folder(kMail + "/b");
-    setMode(locked, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan scan = scanOf(home);
-        EXPECT_EQ(scan.items.size(), 1U);
-        EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-    }
-    setMode(locked, 0700);
+    const LockedFolder lock(locked);
+    const RecordedScan scan = scanOf(home);
+    EXPECT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.reports.back().blockedFolders, 1);
 }
 
 TEST(MailAttachmentsScanner, aRootThatIsNoFolderIsAnEmptyOne) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -17,9 +17,9 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::setTimes;
 using test::TestFolder;
 using testing::ElementsAre;
@@ -41,8 +41,7 @@ TEST(MessagesAttachmentsScanner, withoutAStoreThereIsNothingAndNoReport) {
 
 TEST(MessagesAttachmentsScanner, anEmptyStoreGivesTheDoneText) {
     const TestFolder world;
-    EXPECT_THAT(scanOf(world.url()).reports,
-                ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(scanOf(world.url()).reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST(MessagesAttachmentsScanner, eachLargeFileIsAFindingOfItsOwn) {
@@ -69,10 +68,7 @@ TEST(MessagesAttachmentsScanner, eachLargeFileIsAFindingOfItsOwn) {
     EXPECT_EQ(scan.reports[1].itemsFound, 1);
     EXPECT_THAT((std::vector{*scan.reports[0].currentPath, *scan.reports[1].currentPath}),
                 testing::UnorderedElementsAre("photo.heic", "film.mov"));
-    EXPECT_EQ(scan.reports.back(), (ScanProgress{.phase = S::scanDone(),
-                                                 .itemsFound = 2,
-                                                 .bytesFound = scan.items[0].size + scan.items[1].size,
-                                                 .fractionCompleted = 1.0}));
+    EXPECT_EQ(scan.reports.back(), doneReport(2, scan.items[0].size + scan.items[1].size));
 }
 
 TEST(MessagesAttachmentsScanner, aFileIsListedFromTheLeastSizeOn) {
@@ -108,30 +104,22 @@ TEST(MessagesAttachmentsScanner, equalSizesKeepTheOrderOfTheWalk) {
 TEST(MessagesAttachmentsScanner, aRefusedStoreFailsAtOnce) {
     const TestFolder world;
     const URL store = world.folder("store");
-    setMode(store, 0000);
-    {
-        const OrdinaryUser user;
-        const RecordedScan scan = scanOf(store);
-        EXPECT_EQ(scan.failure, ScanError::accessDenied(store));
-        EXPECT_THAT(scan.reports, IsEmpty());
-    }
-    setMode(store, 0700);
+    const LockedFolder lock(store);
+    const RecordedScan scan = scanOf(store);
+    EXPECT_EQ(scan.failure, ScanError::accessDenied(store));
+    EXPECT_THAT(scan.reports, IsEmpty());
 }
 
 TEST(MessagesAttachmentsScanner, aRefusedSubfolderIsRecordedAndTheRestIsFound) {
     const TestFolder world;
     const URL locked = world.folder("locked");
-    setMode(locked, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(scanOf(world.url()).failure, ScanError::accessDenied(locked));
-        world.fileOfSize("film.mov", 60'000);
-        const RecordedScan scan = scanOf(world.url());
-        EXPECT_EQ(scan.items.size(), 1U);
-        EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-    }
-    setMode(locked, 0700);
+    const LockedFolder lock(locked);
+    EXPECT_EQ(scanOf(world.url()).failure, ScanError::accessDenied(locked));
+    world.fileOfSize("film.mov", 60'000);
+    const RecordedScan scan = scanOf(world.url());
+    EXPECT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(scan.reports.back().blockedFolders, 1);
 }
 
 TEST(MessagesAttachmentsScanner, aCancelAtAnyMomentFailsTheScan) {

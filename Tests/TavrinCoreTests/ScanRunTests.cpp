@@ -1,4 +1,5 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
+#include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
 #include "TavrinCore/Scanning/ScanRun.h"
@@ -16,8 +17,7 @@ namespace tavrin {
 namespace {
 
 using namespace std::chrono_literals;
-using test::OrdinaryUser;
-using test::setMode;
+using test::LockedFolder;
 using test::TestFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -118,16 +118,12 @@ TEST_F(ScanRunTest, childrenAreTheVisibleOnesAndFoldersAreMarked) {
 TEST_F(ScanRunTest, onlyTheMeasureThatIsToldToForgetsARefusal) {
     const TestFolder world;
     const URL folder = world.folder("folder");
-    setMode(folder, 0000);
-    {
-        const OrdinaryUser user;
-        (void)run_.sizeWithoutDenials(folder);
-        EXPECT_TRUE(run_.denials().isEmpty());
-        (void)run_.size(folder);
-        EXPECT_THAT(run_.denials().all(), ElementsAre(folder));
-        EXPECT_THAT(run_.children(folder), IsEmpty());
-    }
-    setMode(folder, 0700);
+    const LockedFolder lock(folder);
+    (void)run_.sizeWithoutDenials(folder);
+    EXPECT_TRUE(run_.denials().isEmpty());
+    (void)run_.size(folder);
+    EXPECT_THAT(run_.denials().all(), ElementsAre(folder));
+    EXPECT_THAT(run_.children(folder), IsEmpty());
 }
 
 TEST_F(ScanRunTest, aLongSilenceIsBrokenWithTheLastReport) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -16,9 +16,8 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::setTimes;
 using test::TestFolder;
 using testing::ElementsAre;
@@ -147,17 +146,13 @@ TEST(ScreenshotsScanner, aRefusedDesktopFailsTheScanUnlessTheOtherPlaceHasSome) 
     const TestFolder world;
     const URL desktop = world.folder("Desktop");
     const URL shots = world.folder("shots");
-    setMode(desktop, 0000);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(scanOf({desktop, shots}).failure, ScanError::accessDenied(desktop));
-        world.file("shots/Screenshot.png");
-        const RecordedScan scan = scanOf({desktop, shots});
-        EXPECT_EQ(scan.items.size(), 1U);
-        EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
-        EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-    }
-    setMode(desktop, 0700);
+    const LockedFolder lock(desktop);
+    EXPECT_EQ(scanOf({desktop, shots}).failure, ScanError::accessDenied(desktop));
+    world.file("shots/Screenshot.png");
+    const RecordedScan scan = scanOf({desktop, shots});
+    EXPECT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
+    EXPECT_EQ(scan.reports.back().blockedFolders, 1);
 }
 
 TEST(ScreenshotsScanner, aCancelAtAnyMomentFailsTheScan) {

@@ -1,4 +1,4 @@
-#include "Support/OrdinaryUser.h"
+#include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/ScannerFactory.h"
@@ -19,9 +19,9 @@
 namespace tavrin {
 namespace {
 
-using test::OrdinaryUser;
+using test::doneReport;
+using test::LockedFolder;
 using test::RecordedScan;
-using test::setMode;
 using test::TestFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -35,7 +35,7 @@ TEST(SystemJunkScanner, aLibraryThatDoesNotExistGivesAnEmptyListAndTheDoneText) 
     const RecordedScan scan = test::record(SystemJunkScanner(false, world / "missing"));
     EXPECT_EQ(scan.failure, std::nullopt);
     EXPECT_THAT(scan.items, IsEmpty());
-    EXPECT_THAT(scan.reports, ElementsAre(ScanProgress{.phase = S::scanDone(), .fractionCompleted = 1.0}));
+    EXPECT_THAT(scan.reports, ElementsAre(doneReport(0, 0)));
 }
 
 TEST(SystemJunkScanner, everySourceGivesItsFindingsInItsCategory) {
@@ -149,24 +149,21 @@ TEST(SystemJunkScanner, aRefusedListingIsReportedAndTheOthersAreFound) {
     const TestFolder world;
     world.file("Logs/foo.log");
     const URL caches = world.folder("Caches");
-    setMode(caches, 0000);
-    const OrdinaryUser user;
+    const LockedFolder lock(caches);
 
     const RecordedScan scan = scanOf(world);
 
     EXPECT_THAT(scan.paths(world), ElementsAre("Logs/foo.log"));
     EXPECT_EQ(scan.reports.back().blockedFolders, 1);
     EXPECT_EQ(scan.reports.back().phase, S::fdaTitle());
-    setMode(caches, 0700);
 }
 
 TEST(SystemJunkScanner, whereNothingIsFoundAndAllIsRefusedTheScanFailsWithTheFirstRoot) {
     const TestFolder world;
     const URL caches = world.folder("Caches");
     const URL logs = world.folder("Logs");
-    setMode(caches, 0000);
-    setMode(logs, 0000);
-    const OrdinaryUser user;
+    const LockedFolder lock(caches);
+    const LockedFolder secondLock(logs);
 
     const RecordedScan scan = scanOf(world);
 
@@ -174,22 +171,18 @@ TEST(SystemJunkScanner, whereNothingIsFoundAndAllIsRefusedTheScanFailsWithTheFir
     EXPECT_EQ(
         std::ranges::count(scan.reports, 1.0, [](const ScanProgress& report) { return report.fractionCompleted; }), 0)
         << "no last report";
-    setMode(caches, 0700);
-    setMode(logs, 0700);
 }
 
 TEST(SystemJunkScanner, refusedContainersAreADeniedRootAndTheScanGoesOn) {
     const TestFolder world;
     world.file("Logs/foo.log");
     const URL containers = world.folder("Containers");
-    setMode(containers, 0000);
-    const OrdinaryUser user;
+    const LockedFolder lock(containers);
 
     const RecordedScan scan = scanOf(world);
 
     EXPECT_EQ(scan.items.size(), 1U);
     EXPECT_EQ(scan.reports.back().blockedFolders, 1);
-    setMode(containers, 0700);
 }
 
 TEST(SystemJunkScanner, aCancelAtAnyMomentFailsTheScanWithNoPartialList) {
