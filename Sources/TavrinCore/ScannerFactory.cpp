@@ -7,6 +7,7 @@
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/MessagesAttachmentsScanner.h"
+#include "TavrinCore/Scanning/AppUninstaller.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/ScreenshotsScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
@@ -38,6 +39,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<IOSBackupScanner>();
         case ModuleKind::messagesAttachments:
             return std::make_unique<MessagesAttachmentsScanner>(scannerDefaults::MessagesAttachments::minSizeBytes);
+        case ModuleKind::uninstaller:
+            return std::make_unique<AppUninstaller>();
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

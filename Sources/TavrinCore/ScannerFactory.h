@@ -19,6 +19,7 @@ class ScannerFactory {
         switch (kind) {
             case ModuleKind::systemJunk:
             case ModuleKind::largeFiles:
+            case ModuleKind::uninstaller:
             case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
@@ -28,7 +29,6 @@ class ScannerFactory {
             case ModuleKind::messagesAttachments:
                 return true;
             case ModuleKind::duplicates:
-            case ModuleKind::uninstaller:
             case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:

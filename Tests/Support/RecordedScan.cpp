@@ -15,6 +15,13 @@ std::vector<std::string> RecordedScan::paths(const TestFolder& world) const {
     return paths;
 }
 
+std::vector<std::string> RecordedScan::names() const {
+    std::vector<std::string> names;
+    for (const CleanableItem& item : items)
+        names.emplace_back(item.name());
+    return names;
+}
+
 std::vector<std::string> RecordedScan::details() const {
     std::vector<std::string> details;
     for (const CleanableItem& item : items)
@@ -40,10 +47,14 @@ ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound) {
     return {.phase = S::scanDone(), .itemsFound = itemsFound, .bytesFound = bytesFound, .fractionCompleted = 1.0};
 }
 
-RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled) {
+RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled, const ProgressCallback& onReport) {
     RecordedScan scan;
+    const auto note = [&](const ScanProgress& report) {
+        scan.reports.push_back(report);
+        if (onReport) onReport(report);
+    };
     try {
-        scan.items = scanner.scan([&scan](const ScanProgress& report) { scan.reports.push_back(report); }, isCancelled);
+        scan.items = scanner.scan(note, isCancelled);
     } catch (const ScanError& error) {
         scan.failure = error;
     }

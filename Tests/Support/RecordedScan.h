@@ -19,6 +19,8 @@ struct RecordedScan {
 
     /// Of the findings, relative to `world`, in their order.
     [[nodiscard]] std::vector<std::string> paths(const TestFolder& world) const;
+    /// Of the findings, in their order.
+    [[nodiscard]] std::vector<std::string> names() const;
     /// Of the findings, in their order; "nil" for one without.
     [[nodiscard]] std::vector<std::string> details() const;
     /// The finding whose URL has this last name; fails the test and gives an empty one where there is none.
@@ -30,7 +32,9 @@ struct RecordedScan {
 /// The last report of a scan that was refused nothing.
 [[nodiscard]] ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound);
 
-[[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled = neverCancelled);
+/// `onReport` hears of each report as well, while the scan waits.
+[[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled = neverCancelled,
+                                  const ProgressCallback& onReport = nullptr);
 
 /// Stops the scan at each of the moments at which it asks, one after the other: each time it must fail as cancelled, at
 /// once, without a last report. What it scans must stay as it is.
