@@ -1,5 +1,7 @@
 #include "TavrinCore/ScannerFactory.h"
 
+#include "TavrinCore/Scanning/AppLanguageScanner.h"
+#include "TavrinCore/Scanning/AppUninstaller.h"
 #include "TavrinCore/Scanning/BrowserCacheScanner.h"
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/DownloadsJunkScanner.h"
@@ -7,7 +9,6 @@
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/MessagesAttachmentsScanner.h"
-#include "TavrinCore/Scanning/AppUninstaller.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/ScreenshotsScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
@@ -41,6 +42,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<MessagesAttachmentsScanner>(scannerDefaults::MessagesAttachments::minSizeBytes);
         case ModuleKind::uninstaller:
             return std::make_unique<AppUninstaller>();
+        case ModuleKind::appLanguages:
+            return std::make_unique<AppLanguageScanner>();
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

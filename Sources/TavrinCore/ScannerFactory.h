@@ -20,6 +20,7 @@ class ScannerFactory {
             case ModuleKind::systemJunk:
             case ModuleKind::largeFiles:
             case ModuleKind::uninstaller:
+            case ModuleKind::appLanguages:
             case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
@@ -30,7 +31,6 @@ class ScannerFactory {
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::similarImages:
-            case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
             case ModuleKind::unusedApps:
                 return false;
