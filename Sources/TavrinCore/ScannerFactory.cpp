@@ -7,6 +7,7 @@
 #include "TavrinCore/Scanning/DownloadsJunkScanner.h"
 #include "TavrinCore/Scanning/IOSBackupScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
+#include "TavrinCore/Scanning/LoginItemsScanner.h"
 #include "TavrinCore/Scanning/MailAttachmentsScanner.h"
 #include "TavrinCore/Scanning/MessagesAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
@@ -44,6 +45,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<AppUninstaller>();
         case ModuleKind::appLanguages:
             return std::make_unique<AppLanguageScanner>();
+        case ModuleKind::loginItems:
+            return std::make_unique<LoginItemsScanner>(scannerDefaults::LoginItems::includePrivileged);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -21,6 +21,7 @@ class ScannerFactory {
             case ModuleKind::largeFiles:
             case ModuleKind::uninstaller:
             case ModuleKind::appLanguages:
+            case ModuleKind::loginItems:
             case ModuleKind::developerJunk:
             case ModuleKind::mailAttachments:
             case ModuleKind::screenshots:
@@ -31,7 +32,6 @@ class ScannerFactory {
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::similarImages:
-            case ModuleKind::loginItems:
             case ModuleKind::unusedApps:
                 return false;
         }
