@@ -13,6 +13,7 @@
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/ScreenshotsScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
+#include "TavrinCore/Scanning/UnusedAppsScanner.h"
 
 #include <stdexcept>
 
@@ -47,6 +48,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<AppLanguageScanner>();
         case ModuleKind::loginItems:
             return std::make_unique<LoginItemsScanner>(scannerDefaults::LoginItems::includePrivileged);
+        case ModuleKind::unusedApps:
+            return std::make_unique<UnusedAppsScanner>(scannerDefaults::UnusedApps::unusedAfterDays);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -29,10 +29,10 @@ class ScannerFactory {
             case ModuleKind::browserCaches:
             case ModuleKind::iosBackups:
             case ModuleKind::messagesAttachments:
+            case ModuleKind::unusedApps:
                 return true;
             case ModuleKind::duplicates:
             case ModuleKind::similarImages:
-            case ModuleKind::unusedApps:
                 return false;
         }
         return false;
