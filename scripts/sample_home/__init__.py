@@ -7,7 +7,7 @@ row; what the other rows make stays as it is, to the byte.
 import os
 import shutil
 
-from . import nasty_things, system_junk, user_files
+from . import applications, launch_agents, nasty_things, system_junk, user_files
 from .world import World
 
 GENERATORS = (
@@ -21,6 +21,14 @@ GENERATORS = (
     (system_junk.derived_data, "Library/Developer/Xcode/DerivedData: build trees of six projects"),
     (system_junk.device_support, "Library/Developer/Xcode/iOS DeviceSupport: symbols of four devices"),
     (system_junk.container_caches, "Library/Containers/*/Data/Library/Caches, beside documents that stay"),
+    (applications.apps, "Applications: an app each, some from the store, with their languages and when they were used"),
+    (applications.odd_apps, "the same: files, links, capitals, the system's own, languages by their old names"),
+    (applications.hostile_apps, "the same: bundles whose property lists are traps"),
+    (applications.leftovers, "Library/HTTPStorages, WebKit, Preferences of the apps, and folders that makers share"),
+    (launch_agents.working_agents, "Library/LaunchAgents: startup items that work, as XML and binary lists"),
+    (launch_agents.broken_agents, "the same: their program is gone"),
+    (launch_agents.odd_agents, "the same: hardly anything in them, links, folders, other names"),
+    (launch_agents.hostile_agents, "the same: property lists that are traps"),
     # What it must leave alone.
     (user_files.documents, "Documents, with a folder that is only called Caches"),
     (user_files.pictures_music_and_films, "Pictures with a photo library, Music, Movies"),
