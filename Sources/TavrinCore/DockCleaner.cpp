@@ -12,12 +12,19 @@ namespace tavrin {
 namespace {
 
 /// Standardised; nil for a tile that names no file.
-std::optional<URL> appOf(const PropertyList& tile) {
+std::optional<URL> appPath(const PropertyList& tile) {
     const PropertyList* tileData = tile.value(dockTile::tileData);
     const PropertyList* fileData = tileData != nullptr ? tileData->value(dockTile::fileData) : nullptr;
     const std::string* text = fileData != nullptr ? fileData->string(dockTile::url) : nullptr;
-    const std::optional<URL> url = text != nullptr ? URL::fromAbsoluteString(*text) : std::nullopt;
+    if (text == nullptr) return std::nullopt;
+    // Some programs write the path of a URL alone, with its escapes.
+    const std::optional<URL> url = URL::fromAbsoluteString(text->starts_with('/') ? "file://" + *text : *text);
     return url ? std::optional(url->standardizedFileURL()) : std::nullopt;
+}
+
+/// An app in a folder that can't be looked into keeps its tile.
+bool mayExist(const URL& url) {
+    return !FileSystemUtils::isGone(url);
 }
 
 bool areDictionaries(const PropertyList::Array& tiles) {
@@ -36,7 +43,7 @@ std::set<std::string> DockCleaner::appPaths(const std::vector<CleanableItem>& se
 
 std::int64_t DockCleaner::removeEntries(const std::set<std::string>& removedAppPaths) {
     const std::unique_ptr<DockStore> store = systemDockStore();
-    return store != nullptr ? removeEntries(removedAppPaths, *store, FileSystemUtils::exists) : 0;
+    return store != nullptr ? removeEntries(removedAppPaths, *store, mayExist) : 0;
 }
 
 std::int64_t DockCleaner::removeEntries(const std::set<std::string>& removedAppPaths, DockStore& store,
@@ -47,7 +54,7 @@ std::int64_t DockCleaner::removeEntries(const std::set<std::string>& removedAppP
 
     PropertyList::Array kept;
     std::ranges::copy_if(*tiles, std::back_inserter(kept), [&](const PropertyList& tile) {
-        const std::optional<URL> app = appOf(tile);
+        const std::optional<URL> app = appPath(tile);
         return !app || (!removedAppPaths.contains(app->path()) && fileExists(*app));
     });
     const std::size_t dropped = tiles->size() - kept.size();

@@ -83,6 +83,11 @@ void mountBind(const URL& source, const URL& target) {
     expectMounted(::mount(source.path().c_str(), target.path().c_str(), nullptr, MS_BIND, nullptr), target);
 }
 
+void makeNoatime(const URL& mountPoint) {
+    expectMounted(::mount(nullptr, mountPoint.path().c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_NOATIME, nullptr),
+                  mountPoint);
+}
+
 void makeReadOnly(const URL& mountPoint) {
     expectMounted(::mount(nullptr, mountPoint.path().c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr),
                   mountPoint);

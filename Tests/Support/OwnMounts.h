@@ -13,6 +13,8 @@ void withOwnMounts(const std::function<void()>& body);
 
 /// Inside withOwnMounts: an empty tmpfs of at most `megabytes` over an existing folder.
 void mountTmpfs(const URL& folder, unsigned megabytes = 16);
+/// Inside withOwnMounts: reading is no longer written down below this mount point.
+void makeNoatime(const URL& mountPoint);
 /// Inside withOwnMounts: `source` seen at `target` too.
 void mountBind(const URL& source, const URL& target);
 /// Inside withOwnMounts: no more writing below this mount point.

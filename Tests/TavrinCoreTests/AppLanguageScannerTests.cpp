@@ -62,6 +62,17 @@ TEST(AppLanguageScanner, aLanguageFolderIsAFindingInTheGroupOfItsName) {
     EXPECT_THAT(item.relatedURLs, IsEmpty());
 }
 
+TEST(AppLanguageScanner, resourcesThatAreALinkAreNotFollowed) {
+    const TestFolder world;
+    world.fileOfSize("work/de.lproj/Localizable.strings", 5'000);
+    world.folder("Apps/Foo.app/Contents");
+    world.link("Apps/Foo.app/Contents/Resources", "../../../work");
+    world.fileOfSize("more/Resources/fr.lproj/Localizable.strings", 5'000);
+    world.folder("Apps/Bar.app");
+    world.link("Apps/Bar.app/Contents", "../../more");
+    EXPECT_THAT(record(scannerOf(world)).items, IsEmpty());
+}
+
 TEST(AppLanguageScanner, aLanguageOfTheUserIsKeptInEverySpelling) {
     const TestFolder world;
     for (const char* code : {"de", "de_AT", "de-CH", "German", "GERMAN", "fr"})

@@ -97,9 +97,9 @@ TEST(DockCleaner, whereNothingIsDroppedNothingIsWrittenAndTheDockGoesOn) {
 }
 
 TEST(DockCleaner, aPathMatchesHoweverTheTileSpellsIt) {
-    for (const char* spelling :
-         {"file:///Applications/My%20App.app/", "file:///Applications/My%20App.app",
-          "file://localhost/Applications/My%20App.app/", "file:///Applications/./Games/../My%20App.app//"}) {
+    for (const char* spelling : {"file:///Applications/My%20App.app/", "file:///Applications/My%20App.app",
+                                 "file://localhost/Applications/My%20App.app/", "/Applications/My%20App.app",
+                                 "file:///Applications/./Games/../My%20App.app//"}) {
         MemoryDock dock(PropertyList::Array{tile(spelling)});
         EXPECT_EQ(DockCleaner::removeEntries({"/Applications/My App.app"}, dock, kEverything), 1) << spelling;
     }

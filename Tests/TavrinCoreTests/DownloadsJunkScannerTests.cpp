@@ -109,14 +109,17 @@ TEST(DownloadsJunkScanner, findsInstallersAndWhatNobodyOpened) {
     const URL image = downloads.fileOfSize("Setup.dmg", 50'000);
     const URL old = downloads.fileOfSize("old.txt", 20'000);
     const URL young = downloads.fileOfSize("young.txt", 20'000);
-    setTimes(old, daysAgo(91), Date::now());
+    const Date now = Date::now();
+    const Date longAgo = daysAgo(91);
+    setTimes(image, now, now);
+    setTimes(old, longAgo, now);
     setTimes(young, daysAgo(89), daysAgo(400));
 
     const RecordedScan scan = scanOf(downloads);
 
     EXPECT_THAT(scan.paths(downloads), ElementsAre("Setup.dmg", "old.txt"));
-    EXPECT_THAT(scan.details(), ElementsAre(S::detailInstallerOrArchive() + " · " + dateText(Date::now()),
-                                            S::detailNotOpenedInAWhile() + " · " + dateText(daysAgo(91))));
+    EXPECT_THAT(scan.details(), ElementsAre(S::detailInstallerOrArchive() + " · " + dateText(now),
+                                            S::detailNotOpenedInAWhile() + " · " + dateText(longAgo)));
     for (const CleanableItem& item : scan.items) {
         EXPECT_EQ(item.size, FileSystemUtils::size(item.url));
         EXPECT_EQ(item.category, ScanCategory::downloads);

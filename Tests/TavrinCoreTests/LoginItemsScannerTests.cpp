@@ -1,3 +1,4 @@
+#include "Support/LockedFolder.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/PropertyLists.h"
 #include "Support/RecordedScan.h"
@@ -5,6 +6,7 @@
 #include "TavrinCore/ScannerFactory.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
 #include "TavrinCore/Scanning/LoginItemsScanner.h"
+#include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Strings.h"
 
 #include <gmock/gmock.h>
@@ -18,6 +20,7 @@ namespace tavrin {
 namespace {
 
 using test::BinaryPropertyList;
+using test::LockedFolder;
 using test::OrdinaryUser;
 using test::record;
 using test::RecordedScan;
@@ -152,6 +155,14 @@ TEST(InspectAgent, whatMayNotBeReadIsNeverBroken) {
     EXPECT_EQ(LoginItemsScanner::inspectAgent(file), (AgentInfo{S::detailStartupAgent(), false}));
 }
 
+TEST(InspectAgent, aProgramThatMayNotBeSeenIsNotBroken) {
+    const TestFolder world;
+    const URL program = world.file("closed/tool");
+    const URL file = agent(world, "a.plist", entry("Program", string(program.path())));
+    const LockedFolder locked(world / "closed");
+    EXPECT_FALSE(LoginItemsScanner::inspectAgent(file).isBroken);
+}
+
 TEST(LoginItemsScanner, aBrokenItemStartsSelectedAndSaysWhy) {
     const TestFolder world;
     const URL file = agent(world, "com.example.gone.plist",
@@ -259,6 +270,7 @@ TEST(ScannerFactory, makesTheLoginItemsScannerOverTheUsersOwnFolder) {
     const TestFolder world;
     const test::ScopedVariable home("HOME", world.path().c_str());
     world.file("Library/LaunchAgents/a.plist", xmlPropertyList("<dict/>"));
+    EXPECT_FALSE(scannerDefaults::LoginItems::includePrivileged);
     EXPECT_THAT(record(*ScannerFactory::makeScanner<ModuleKind::loginItems>()).names(), ElementsAre("a.plist"));
 }
 

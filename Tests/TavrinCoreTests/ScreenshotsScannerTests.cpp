@@ -72,6 +72,8 @@ TEST(ScreenshotsScanner, theDesktopComesFirstAndThenTheFolderThatIsSet) {
     EXPECT_THAT(paths("~"), ElementsAre("/home/ana/Desktop", "/home/ana"));
     EXPECT_THAT(paths("/srv/~/shots"), ElementsAre("/home/ana/Desktop", "/srv/~/shots"));
     EXPECT_THAT(paths(std::string("/srv\0/x", 7)), ElementsAre("/home/ana/Desktop")) << "no path";
+    for (const char* elsewhere : {"", "shots", "~bob/shots"})
+        EXPECT_THAT(paths(elsewhere), ElementsAre("/home/ana/Desktop")) << elsewhere;
 }
 
 TEST(ScreenshotsScanner, aFindingStartsUnselectedWithTheDateAndTimeOfItsChange) {

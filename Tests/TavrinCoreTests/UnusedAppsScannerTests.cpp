@@ -5,6 +5,7 @@
 #include "TavrinCore/ScannerFactory.h"
 #include "TavrinCore/Scanning/DateText.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
+#include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/UnusedAppsScanner.h"
 #include "TavrinCore/Strings.h"
 
@@ -214,6 +215,7 @@ TEST(ScannerFactory, makesTheUnusedAppsScannerOverTheHome) {
     home.app("Foo", "com.example.Foo");
     const auto scanner = ScannerFactory::makeScanner<ModuleKind::unusedApps>();
     EXPECT_EQ(scanner->kind(), ModuleKind::unusedApps);
+    EXPECT_EQ(scannerDefaults::UnusedApps::unusedAfterDays, 180);
     EXPECT_EQ(record(*scanner).reports.size(), 2U);
 }
 

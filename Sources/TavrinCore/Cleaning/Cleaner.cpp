@@ -5,7 +5,6 @@
 #include "TavrinCore/Strings.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <functional>
 
 namespace tavrin {
@@ -13,10 +12,6 @@ namespace {
 
 /// What is done to a path at last: where it went, if anywhere.
 using Act = std::function<Result<std::optional<URL>>(HeldItem&)>;
-
-bool meansMissing(const SystemError& error) {
-    return error.isPosix(ENOENT) || error.isPosix(ENOTDIR);
-}
 
 /// One clean from its first path to its last.
 class Run {
@@ -42,7 +37,7 @@ class Run {
         Result<std::unique_ptr<HeldItem>> held = effects_.hold(url);
         if (!held) {
             // Vanished since the last line: as if it had never been there.
-            if (!meansMissing(held.error())) refuse(url, held.error().localizedDescription);
+            if (!held.error().meansMissing()) refuse(url, held.error().localizedDescription);
             return;
         }
         // A link on the way must not lead to what may not be touched.

@@ -30,6 +30,7 @@ struct FileStatus {
     /// Bytes that the file occupies on disk.
     std::optional<std::int64_t> allocatedSize = std::nullopt;
     std::optional<Date> modified = std::nullopt;
+    /// Nil also where the file system was told not to keep it up to date.
     std::optional<Date> accessed = std::nullopt;
 
     /// What this program means by the size of a file, everywhere.

@@ -4,6 +4,7 @@
 // the POSIX domain.
 #pragma once
 
+#include <cerrno>
 #include <memory>
 #include <string>
 #include <utility>
@@ -30,6 +31,8 @@ struct SystemError {
     [[nodiscard]] static SystemError posix(int errorNumber);
 
     [[nodiscard]] bool isPosix(int errorNumber) const { return domain == posixDomain && code == errorNumber; }
+    /// Whether it says that nothing stands at the path. Any other refusal leaves that open.
+    [[nodiscard]] bool meansMissing() const { return isPosix(ENOENT) || isPosix(ENOTDIR); }
 };
 
 /// A value, or the error that stands in its place. Nothing is thrown on the file system's account.

@@ -3,8 +3,6 @@
 #include "TavrinCore/Models/Models.h"
 #include "TavrinCore/Strings.h"
 
-#include <algorithm>
-
 namespace tavrin {
 namespace {
 
@@ -21,7 +19,7 @@ bool isPermissionCode(int code) {
 
 void AccessDenials::record(const URL& url) {
     const std::lock_guard guard(lock_);
-    if (std::ranges::none_of(roots_, [&](const URL& root) { return root.path() == url.path(); })) roots_.push_back(url);
+    if (paths_.insert(std::string(url.path())).second) roots_.push_back(url);
 }
 
 void AccessDenials::recordIfRefused(const URL& url, const SystemError& error) {
@@ -42,6 +40,11 @@ std::optional<URL> AccessDenials::first() const {
 std::vector<URL> AccessDenials::all() const {
     const std::lock_guard guard(lock_);
     return roots_;
+}
+
+std::size_t AccessDenials::count() const {
+    const std::lock_guard guard(lock_);
+    return roots_.size();
 }
 
 const std::string& AccessDenials::finalPhase() const {

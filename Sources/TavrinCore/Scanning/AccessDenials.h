@@ -6,10 +6,12 @@
 #include "TavrinCore/Models/URL.h"
 #include "TavrinCore/Platform/SystemError.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace tavrin {
@@ -27,6 +29,8 @@ class AccessDenials {
     /// A copy, in the order of first refusal.
     [[nodiscard]] std::vector<URL> all() const;
 
+    [[nodiscard]] std::size_t count() const;
+
     /// The phase text of a scan's last report.
     [[nodiscard]] const std::string& finalPhase() const;
     /// Throws ScanError::accessDenied of the first root when nothing was found and something was refused.
@@ -38,6 +42,8 @@ class AccessDenials {
   private:
     mutable std::mutex lock_;
     std::vector<URL> roots_;
+    /// Of the roots; a tree of somebody else's may refuse a hundred thousand times.
+    std::unordered_set<std::string> paths_;
 };
 
 }  // namespace tavrin

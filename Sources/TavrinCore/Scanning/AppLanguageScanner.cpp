@@ -83,7 +83,10 @@ class AppLanguageScanner::Run {
   private:
     void addLanguagesOf(const URL& app) {
         const URL resources = app.appendingPathComponent("Contents/Resources", true);
-        if (!FileSystemUtils::exists(resources)) return;
+        // A link leads out of the app, where language folders are somebody's work.
+        if (!FileSystemUtils::isFolder(app.appendingPathComponent("Contents", true)) ||
+            !FileSystemUtils::isFolder(resources))
+            return;
         const bool isFromStore = FileSystemUtils::exists(app.appendingPathComponent("Contents/_MASReceipt"));
         const std::string detail = detailOf(app, isFromStore);
         for (URL& entry : FileSystemUtils::children(resources, false, &run_.denials())) {

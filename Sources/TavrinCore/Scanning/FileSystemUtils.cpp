@@ -25,13 +25,14 @@ class RegularFiles final : public WalkVisitor {
     void walk(const URL& root, bool wantsDates) {
         walkDirectory(root, {.wantsDates = wantsDates}, *this);
         // Some systems show a protected folder as an empty one, without an error. Listing it directly tells.
-        if (!metAnything_ && denials_ != nullptr && FileSystemUtils::isPermissionDenied(root)) denials_->record(root);
+        if (!wasStopped_ && !metAnything_ && denials_ != nullptr && FileSystemUtils::isPermissionDenied(root))
+            denials_->record(root);
     }
 
     WalkStep visit(WalkEntry& entry) override {
+        if (isCancelled_()) return stop();
         if (!options_.includeHidden && entry.isHidden()) return WalkStep::skip;
         metAnything_ = true;
-        if (isCancelled_()) return WalkStep::stop;
         if (entry.type() == FileType::directory) {
             return options_.descendIntoPackages || !isPackageName(entry.name()) ? WalkStep::goOn : WalkStep::skip;
         }
@@ -44,11 +45,17 @@ class RegularFiles final : public WalkVisitor {
     void failed(const URL& folder, const SystemError& error) override { recordIfRefused(denials_, folder, error); }
 
   private:
+    WalkStep stop() {
+        wasStopped_ = true;
+        return WalkStep::stop;
+    }
+
     EnumerationOptions options_;
     AccessDenials* denials_;
     const CancellationCallback& isCancelled_;
     OnFile onFile_;
     bool metAnything_ = false;
+    bool wasStopped_ = false;
 };
 
 /// The direct children.
@@ -106,6 +113,11 @@ URL FileSystemUtils::homeLibrary(std::span<const std::string_view> components) {
 
 bool FileSystemUtils::exists(const URL& url) {
     return fileStatus(url, LastLink::follow).ok();
+}
+
+bool FileSystemUtils::isGone(const URL& url) {
+    const Result<FileStatus> status = fileStatus(url, LastLink::follow);
+    return !status && status.error().meansMissing();
 }
 
 std::vector<URL> FileSystemUtils::existingFolders(const URL& parent, std::span<const std::string_view> names) {

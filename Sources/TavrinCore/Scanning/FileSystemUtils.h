@@ -50,6 +50,9 @@ class FileSystemUtils {
 
     /// Follows links: a dangling one counts as missing.
     [[nodiscard]] static bool exists(const URL& url);
+    /// Whether the file system says that nothing stands there. False also where it doesn't let us look: what can't be
+    /// seen may well be there.
+    [[nodiscard]] static bool isGone(const URL& url);
     /// Those of the folders of these names, below `parent`, at which there is something; in their order.
     [[nodiscard]] static std::vector<URL> existingFolders(const URL& parent, std::span<const std::string_view> names);
     /// Whether `url` itself is a folder. A link to one is none.

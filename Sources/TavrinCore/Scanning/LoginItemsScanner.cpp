@@ -34,7 +34,7 @@ const std::string* programOf(const PropertyList& agent) {
 
 /// A relative name is looked up along the search path of whoever starts it, so nothing is said about it.
 bool isMissing(const std::string& program) {
-    return program.starts_with('/') && !FileSystemUtils::exists(URL::fromPath(program));
+    return program.starts_with('/') && FileSystemUtils::isGone(URL::fromPath(program));
 }
 
 /// "/usr/bin/tool/" is "tool".

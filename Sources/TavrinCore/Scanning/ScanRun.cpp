@@ -66,7 +66,7 @@ std::vector<CleanableItem> ScanRun::finish(std::int64_t bytesFound) {
                .itemsFound = count(),
                .bytesFound = bytesFound,
                .fractionCompleted = 1.0,
-               .blockedFolders = static_cast<std::int64_t>(denials_.all().size())});
+               .blockedFolders = static_cast<std::int64_t>(denials_.count())});
     return std::move(items_);
 }
 

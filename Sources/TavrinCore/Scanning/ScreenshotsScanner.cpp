@@ -15,10 +15,12 @@
 namespace tavrin {
 namespace {
 
-/// "~" and "~/…". Another user's home stays as it is written.
-URL expandingTilde(std::string_view path, const URL& home) {
+/// "~" and "~/…". Nil for what would be looked for below whatever folder the program was started in.
+std::optional<URL> expandingTilde(std::string_view path, const URL& home) {
+    // No path holds a zero byte, whoever wrote the setting.
+    if (path.find('\0') != std::string_view::npos) return std::nullopt;
     if (path == "~" || path.starts_with("~/")) return home.appendingPathComponent(path.substr(1), true);
-    return URL::fromPath(path, true);
+    return path.starts_with('/') ? std::optional(URL::fromPath(path, true)) : std::nullopt;
 }
 
 std::optional<std::string> modificationText(const URL& url) {
@@ -34,8 +36,8 @@ ScreenshotsScanner::ScreenshotsScanner(std::optional<std::vector<URL>> locations
 
 std::vector<URL> ScreenshotsScanner::locations(const URL& home, const std::optional<std::string>& setting) {
     std::vector<URL> locations{home.appendingPathComponent("Desktop", true)};
-    // No path holds a zero byte, whoever wrote the setting.
-    if (setting && setting->find('\0') == std::string::npos) locations.push_back(expandingTilde(*setting, home));
+    const std::optional<URL> captures = setting ? expandingTilde(*setting, home) : std::nullopt;
+    if (captures) locations.push_back(*captures);
     return locations;
 }
 

@@ -1,6 +1,7 @@
 #include "TavrinCore/Platform/FileStatus.h"
 
 #include "TavrinCore/Platform/Linux/AnchoredPath.h"
+#include "TavrinCore/Platform/Linux/MountOptions.h"
 #include "TavrinCore/Platform/Linux/StatxStatus.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ FileStatus statusFrom(const struct statx& status, unsigned fields) {
     if ((given & STATX_SIZE) != 0) result.size = heldTo(status.stx_size, kMaxBytes);
     if ((given & STATX_BLOCKS) != 0) result.allocatedSize = heldTo(status.stx_blocks, kMaxBytes / kBlock) * kBlock;
     if ((given & STATX_MTIME) != 0) result.modified = dateFrom(status.stx_mtime);
-    if ((given & STATX_ATIME) != 0) result.accessed = dateFrom(status.stx_atime);
+    if ((given & STATX_ATIME) != 0 && keepsAccessDates(status)) result.accessed = dateFrom(status.stx_atime);
     return result;
 }
 

@@ -59,8 +59,11 @@ std::optional<std::string> pathFrom(std::string_view value) {
     constexpr std::string_view home = "$HOME";
     constexpr std::string_view scheme = "file://";
     if (value.starts_with(scheme) && value.substr(scheme.size()).starts_with(home)) value.remove_prefix(scheme.size());
-    if (value.starts_with(home)) return "~" + std::string(value.substr(home.size()));
-    if (value.starts_with('/') || value.starts_with('~')) return std::string(value);
+    const auto isOrBelow = [value](std::string_view folder) {
+        return value.starts_with(folder) && (value.size() == folder.size() || value[folder.size()] == '/');
+    };
+    if (isOrBelow(home)) return "~" + std::string(value.substr(home.size()));
+    if (value.starts_with('/') || isOrBelow("~")) return std::string(value);
     const std::optional<URL> url = URL::fromAbsoluteString(value);
     return url ? std::optional(url->path()) : std::nullopt;
 }

@@ -11,7 +11,7 @@ namespace tavrin {
 /// Nothing is mounted for a look at it, and a network file system needn't ask its server.
 inline constexpr int kStatxLook = AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 inline constexpr unsigned kStatxSizes = STATX_TYPE | STATX_SIZE | STATX_BLOCKS;
-inline constexpr unsigned kStatxDates = STATX_MTIME | STATX_ATIME;
+inline constexpr unsigned kStatxDates = STATX_MTIME | STATX_ATIME | STATX_MNT_ID;
 
 /// Only what was asked for in `fields` and what the file system gave.
 [[nodiscard]] FileStatus statusFrom(const struct statx& status, unsigned fields);

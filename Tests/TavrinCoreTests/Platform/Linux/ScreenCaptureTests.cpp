@@ -52,7 +52,8 @@ TEST_F(ScreenCaptureLocation, theHomeMayBeNamedByItsVariable) {
 }
 
 TEST_F(ScreenCaptureLocation, aFolderThatIsNotOnThisMachineIsNone) {
-    for (const char* value : {"sftp://host/shots", "file://host/shots", "shots", "file:///a%2", ""}) {
+    for (const char* value :
+         {"sftp://host/shots", "file://host/shots", "shots", "file:///a%2", "", "~ana/shots", "$HOMEX/shots"}) {
         set("spectaclerc", std::string("[ImageSave]\nimageSaveLocation=") + value + "\n");
         EXPECT_EQ(screenCaptureLocation(), std::nullopt) << value;
     }
