@@ -64,10 +64,16 @@ TEST_F(ScanRunTest, theLastReportHasTheDoneTextAndTheFindingsComeAsTheyWereAdded
 }
 
 TEST_F(ScanRunTest, theLargestComesFirstAndEqualOnesStayInTheirOrder) {
-    for (const auto& [size, name] :
-         std::vector<std::pair<std::int64_t, const char*>>{{2, "a"}, {3, "b"}, {2, "c"}, {3, "d"}, {2, "e"}, {9, "f"}})
-        run_.add(itemOfSize(size, name));
-    EXPECT_THAT(names(run_.finishLargestFirst(0)), ElementsAre("f", "b", "d", "a", "c", "e"));
+    std::vector<std::string> expected;
+    for (std::int64_t size = 0; size < 3; ++size) {
+        std::vector<std::string> ofOneSize;
+        for (int i = 0; i < 40; ++i) {
+            ofOneSize.push_back(std::to_string(size) + "-" + std::to_string(i));
+            run_.add(itemOfSize(size, ofOneSize.back()));
+        }
+        expected.insert(expected.begin(), ofOneSize.begin(), ofOneSize.end());
+    }
+    EXPECT_EQ(names(run_.finishLargestFirst(0)), expected);
 }
 
 TEST_F(ScanRunTest, refusalsShowInTheLastReportWhereSomethingWasFound) {
