@@ -8,6 +8,8 @@ import os
 import shutil
 
 from . import applications, launch_agents, nasty_things, system_junk, user_files
+from . import nasty_things, system_junk, user_files
+from . import browsers, developer_junk, device_backups, downloads, large_and_old, mail_and_messages, screenshots
 from .world import World
 
 GENERATORS = (
@@ -35,6 +37,22 @@ GENERATORS = (
     (user_files.desktop_downloads_and_public, "Desktop, Downloads old and new, Public"),
     (user_files.library_of_apps, "Library/Application Support and Preferences of the same apps"),
     (user_files.secrets_and_mail, "Library/Keychains, Library/Mail, .ssh, dot files"),
+    # What its owner may pick from.
+    (developer_junk.tool_caches, "the caches of developers' tools, in a dozen places; two of them without a byte"),
+    (developer_junk.projects, "Developer, Code, src, Documents: projects with build folders, down to where nobody looks"),
+    (developer_junk.odd_projects, "the same: files and links of such names, loops, hidden ones, one that is no text"),
+    (mail_and_messages.mail_stores, "attachments of three mail programs, with mailboxes beside them"),
+    (mail_and_messages.messages, "Library/Messages: photos and films that people sent, large ones among them"),
+    (screenshots.desktop, "Desktop: pictures and films of the screen in both languages, and what only looks like them"),
+    (screenshots.chosen_folder, "Pictures/Capturas: more of them, in the folder that is set for them"),
+    (downloads.installers, "Downloads: installers and archives of any age"),
+    (downloads.documents, "Downloads: documents that were read lately, and documents that were not"),
+    (browsers.plain_caches, "Library/Caches and a container: caches of eight browsers, two of them too small to list"),
+    (browsers.profiles, "Library/Application Support: profiles with caches, beside history and passwords that stay"),
+    (device_backups.backups, "Library/Application Support/MobileSync: backups of devices, XML and binary lists"),
+    (device_backups.damaged, "the same: without lists, with broken ones, with none of a backup's files"),
+    (large_and_old.large_files, "Documents: a file of a hundred megabytes, and one that only says so"),
+    (large_and_old.old_files, "Pictures, Public: files that nobody opened for years, and old ones that somebody did"),
     # What breaks careless programs, in both.
     (nasty_things.names, "names of any bytes"),
     (nasty_things.links, "links: relative, absolute, dangling, in a loop, and links that are findings"),

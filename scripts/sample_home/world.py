@@ -29,6 +29,7 @@ class World:
         self.notes = []
         self._modes = {}
         self._ages = {}
+        self._last_uses = {}
         self._twins = {}
 
     # Chance that is the same in every run.
@@ -52,8 +53,9 @@ class World:
         self._remember(path, mode, age)
         return path
 
-    def file(self, path, contents, mode=None, age=None):
-        """`contents`: bytes, text, or a size for bytes of chance."""
+    def file(self, path, contents, mode=None, age=None, last_use=None):
+        """`contents`: bytes, text, or a size for bytes of chance. Ages are days since it was changed, and since anybody
+        looked into it: the same, unless said otherwise."""
         if isinstance(contents, int):
             contents = self.bytes_for(path, contents)
         elif isinstance(contents, str):
@@ -62,6 +64,21 @@ class World:
         with open(self.absolute(path), "xb") as file:
             file.write(contents)
         self._remember(path, mode, age)
+        if last_use is not None:
+            self._last_uses[path] = last_use
+        return path
+
+    def filled_file(self, path, size, **ages):
+        """Of zeros, but all of its `size` bytes occupy the disk. Takes no longer for a large one."""
+        self.file(path, b"", **ages)
+        with open(self.absolute(path), "r+b") as file:
+            os.posix_fallocate(file.fileno(), 0, size)
+        return path
+
+    def sparse(self, path, size, **ages):
+        """`size` bytes long, and none of them on the disk."""
+        self.file(path, b"", **ages)
+        os.truncate(self.absolute(path), size)
         return path
 
     def sparse_file(self, path, size, written):
@@ -150,8 +167,11 @@ class World:
         age = self._ages.get(path)
         if age is None:
             age = YOUNGEST_DAYS + chance // DAY % (OLDEST_DAYS - YOUNGEST_DAYS)
-        time = (self.today - age * DAY - chance % DAY) * 1_000_000_000 + chance % 1_000_000_000
-        return time, time
+
+        def days_ago(days):
+            return (self.today - days * DAY - chance % DAY) * 1_000_000_000 + chance % 1_000_000_000
+
+        return days_ago(self._last_uses.get(path, age)), days_ago(age)
 
     def absolute(self, path):
         return self.root + b"/" + path
