@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <compare>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace {
 
 std::vector<std::string> sorted(std::vector<std::string> names, Language language) {
     std::ranges::stable_sort(
-        names, [&](const std::string& a, const std::string& b) { return compareNames(a, b, language) < 0; });
+        names, [&](const std::string& a, const std::string& b) { return std::is_lt(compareNames(a, b, language)); });
     return names;
 }
 
@@ -44,13 +45,13 @@ TEST(Collation, eachLanguageHasItsOwnOrder) {
 }
 
 TEST(Collation, digitsAreLettersAmongOthers) {
-    EXPECT_TRUE(compareNames("10", "9", Language::english) < 0);
+    EXPECT_TRUE(std::is_lt(compareNames("10", "9", Language::english)));
 }
 
 TEST(Collation, bytesThatAreNoTextComeInSomeOrderAndHarmNothing) {
     EXPECT_EQ(compareNames("a\xff", "a\xff", Language::english), std::weak_ordering::equivalent);
-    EXPECT_TRUE(compareNames("a\xff", "b", Language::english) < 0);
-    EXPECT_TRUE(compareNames("", "a", Language::english) < 0);
+    EXPECT_TRUE(std::is_lt(compareNames("a\xff", "b", Language::english)));
+    EXPECT_TRUE(std::is_lt(compareNames("", "a", Language::english)));
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ class Date {
     }
 
     friend constexpr bool operator==(Date, Date) = default;
-    friend constexpr auto operator<=>(Date, Date) = default;
+    friend constexpr auto operator<=>(Date, Date) = default;  // NOLINT(modernize-use-nullptr): no pointer is near
 
   private:
     /// Seconds from 1970-01-01 to 2001-01-01.

@@ -9,6 +9,7 @@
 #include "TavrinCore/Strings.h"
 
 #include <algorithm>
+#include <compare>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -31,6 +32,7 @@ AppUninstaller::AppUninstaller(std::optional<std::vector<URL>> searchDirectories
 std::vector<URL> AppUninstaller::defaultLeftoverRoots() {
     const URL library = FileSystemUtils::homeLibrary();
     std::vector<URL> roots;
+    roots.reserve(scannerDefaults::Uninstaller::leftoverRoots.size());
     for (std::string_view name : scannerDefaults::Uninstaller::leftoverRoots)
         roots.push_back(library.appendingPathComponent(name, true));
     return roots;
@@ -75,8 +77,9 @@ std::vector<CleanableItem> AppUninstaller::scan(const ProgressCallback& progress
     }
     // Nothing is preselected, so nothing counts as space to win.
     std::vector<CleanableItem> items = run.finish(0);
-    std::ranges::stable_sort(
-        items, [](const CleanableItem& a, const CleanableItem& b) { return compareNames(a.name(), b.name()) < 0; });
+    std::ranges::stable_sort(items, [](const CleanableItem& a, const CleanableItem& b) {
+        return std::is_lt(compareNames(a.name(), b.name()));
+    });
     return items;
 }
 

@@ -8,6 +8,7 @@
 #include "TavrinCore/Strings.h"
 
 #include <algorithm>
+#include <compare>
 #include <string_view>
 #include <utility>
 
@@ -57,13 +58,14 @@ std::string detailOf(const PropertyList& agent, const std::string* program) {
 
 CleanableItem itemFor(URL file) {
     LoginItemsScanner::AgentInfo agent = LoginItemsScanner::inspectAgent(file);
+    if (agent.isBroken) agent.detail = S::detailBrokenStartupItem();
     const std::int64_t size = FileSystemUtils::size(file);
     return {.id = UUID::random(),
             .url = std::move(file),
             .size = size,
             .category = ScanCategory::startupItem,
             .isSelected = agent.isBroken,
-            .detail = agent.isBroken ? S::detailBrokenStartupItem() : std::move(agent.detail)};
+            .detail = std::move(agent.detail)};
 }
 
 }  // namespace
@@ -101,7 +103,7 @@ std::vector<CleanableItem> LoginItemsScanner::scan(const ProgressCallback& progr
     std::vector<CleanableItem> items = run.finish(run.bytes());
     std::ranges::stable_sort(items, [](const CleanableItem& a, const CleanableItem& b) {
         if (a.isSelected != b.isSelected) return a.isSelected;
-        return compareNames(a.name(), b.name()) < 0;
+        return std::is_lt(compareNames(a.name(), b.name()));
     });
     return items;
 }
