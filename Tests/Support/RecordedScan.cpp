@@ -72,10 +72,11 @@ void expectCancellableAtEveryPoll(const Scanner& scanner) {
     ASSERT_EQ(record(scanner, count).failure, std::nullopt);
     const int all = polls;
     ASSERT_GT(all, 0) << "the scan never asks";
+    const ScanError cancelled = ScanError::cancelled();
     for (int stopAt = 1; stopAt <= all; ++stopAt) {
         polls = 0;
         const RecordedScan scan = record(scanner, [&polls, stopAt] { return ++polls >= stopAt; });
-        ASSERT_EQ(scan.failure, ScanError::cancelled()) << "stopped at poll " << stopAt << " of " << all;
+        ASSERT_EQ(scan.failure, cancelled) << "stopped at poll " << stopAt << " of " << all;
         EXPECT_LE(polls, stopAt + 2) << "it went on asking";
         for (const ScanProgress& report : scan.reports)
             EXPECT_NE(report.fractionCompleted, 1.0) << "a last report at poll " << stopAt;

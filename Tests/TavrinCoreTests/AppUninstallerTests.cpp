@@ -75,6 +75,10 @@ TEST(AppUninstaller, leftoversGoAlongAndCountInTheSize) {
 }
 
 TEST(AppUninstaller, oneLeftoverIsSingularInEnglishAndPluralInSpanish) {
+    const TestFolder world;
+    world.folder("Apps/Foo.app");
+    const std::string size = ByteFormatter::string(FileSystemUtils::size(world.fileOfSize("Caches/Foo", 3'000)));
+    EXPECT_EQ(record(scannerOf(world)).items.at(0).detail, S::detailIncludesRelated(1, size));
     EXPECT_EQ(S::detailIncludesRelated.in(Language::english, 1, "4 KB"), "Includes 1 related file \u00b7 4 KB");
     EXPECT_EQ(S::detailIncludesRelated.in(Language::english, 2, "4 KB"), "Includes 2 related files \u00b7 4 KB");
     EXPECT_EQ(S::detailIncludesRelated.in(Language::spanish, 1, "4 KB"), "Incluye 1 archivos asociados \u00b7 4 KB");

@@ -9,7 +9,6 @@
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Strings.h"
 
-#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -53,13 +52,10 @@ std::string AppLanguageScanner::languageName(std::string_view code) {
     return tavrin::languageName(code, runningLanguage());
 }
 
-/// As it stands, with dashes, by its old name, and without what follows the language.
+/// As it stands, with dashes or by its old name, and without what follows the language.
 bool AppLanguageScanner::keeps(std::string_view code) const {
     if (keepLanguages_.contains(code)) return true;
-    std::string withDashes(code);
-    std::ranges::replace(withDashes, '_', '-');
-    if (keepLanguages_.contains(withDashes)) return true;
-    const std::string normalized = languageCode(withDashes);
+    const std::string normalized = languageCode(code);
     return keepLanguages_.contains(normalized) || keepLanguages_.contains(primaryLanguage(normalized));
 }
 
