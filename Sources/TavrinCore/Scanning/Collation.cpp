@@ -5,7 +5,10 @@
 #include <unicode/coll.h>
 #include <unicode/locid.h>
 #include <unicode/stringpiece.h>
+#include <unicode/unistr.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 
@@ -44,6 +47,28 @@ std::weak_ordering compareNames(std::string_view a, std::string_view b, Language
 
 std::weak_ordering compareNames(std::string_view a, std::string_view b) {
     return compareNames(a, b, runningLanguage());
+}
+
+std::string nameSortKey(std::string_view name, Language language) {
+    const icu::Collator* collator = collatorFor(language);
+    if (collator == nullptr) return comparisonForm(name);
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(piece(name));
+    std::array<std::uint8_t, 256> bytes;
+    const std::int32_t length = collator->getSortKey(text, bytes.data(), static_cast<std::int32_t>(bytes.size()));
+    // The length counts a zero byte at the end, which would tell nothing apart.
+    if (length <= 1) return {};
+    std::string key(static_cast<std::size_t>(length), '\0');
+    if (key.size() <= bytes.size()) {
+        std::copy_n(bytes.begin(), key.size(), key.begin());
+    } else {
+        collator->getSortKey(text, reinterpret_cast<std::uint8_t*>(key.data()), length);
+    }
+    key.pop_back();
+    return key;
+}
+
+std::string nameSortKey(std::string_view name) {
+    return nameSortKey(name, runningLanguage());
 }
 
 }  // namespace tavrin

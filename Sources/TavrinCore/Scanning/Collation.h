@@ -4,6 +4,7 @@
 #include "TavrinCore/Strings/Language.h"
 
 #include <compare>
+#include <string>
 #include <string_view>
 
 namespace tavrin {
@@ -14,5 +15,10 @@ namespace tavrin {
 [[nodiscard]] std::weak_ordering compareNames(std::string_view a, std::string_view b, Language language);
 /// The same in the running language.
 [[nodiscard]] std::weak_ordering compareNames(std::string_view a, std::string_view b);
+
+/// Bytes that compare, as bytes, like the name does above: for lists so long that each name should be looked at once.
+[[nodiscard]] std::string nameSortKey(std::string_view name, Language language);
+/// The same in the running language.
+[[nodiscard]] std::string nameSortKey(std::string_view name);
 
 }  // namespace tavrin
