@@ -47,13 +47,17 @@ ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound) {
     return {.phase = S::scanDone(), .itemsFound = itemsFound, .bytesFound = bytesFound, .fractionCompleted = 1.0};
 }
 
+RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled) {
+    return record(scanner, isCancelled, [](const ScanProgress&) {});
+}
+
 RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled, const ProgressCallback& onReport) {
     RecordedScan scan;
     const auto note = [&](const ScanProgress& report) {
         // A report may be sent once more where the machine was slow; that depends on the clock, and is tested by
         // itself.
         if (scan.reports.empty() || scan.reports.back() != report) scan.reports.push_back(report);
-        if (onReport) onReport(report);
+        onReport(report);
     };
     try {
         scan.items = scanner.scan(note, isCancelled);

@@ -32,9 +32,10 @@ struct RecordedScan {
 /// The last report of a scan that was refused nothing.
 [[nodiscard]] ScanProgress doneReport(std::int64_t itemsFound, std::int64_t bytesFound);
 
+[[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled = neverCancelled);
 /// `onReport` hears of each report as well, while the scan waits.
-[[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled = neverCancelled,
-                                  const ProgressCallback& onReport = nullptr);
+[[nodiscard]] RecordedScan record(const Scanner& scanner, const CancellationCallback& isCancelled,
+                                  const ProgressCallback& onReport);
 
 /// Stops the scan at each of the moments at which it asks, one after the other: each time it must fail as cancelled, at
 /// once, without a last report. What it scans must stay as it is.

@@ -7,9 +7,8 @@ row; what the other rows make stays as it is, to the byte.
 import os
 import shutil
 
-from . import applications, launch_agents, nasty_things, system_junk, user_files
-from . import nasty_things, system_junk, user_files
-from . import browsers, developer_junk, device_backups, downloads, large_and_old, mail_and_messages, screenshots
+from . import applications, browsers, developer_junk, device_backups, downloads, large_and_old, launch_agents
+from . import mail_and_messages, nasty_things, screenshots, system_junk, user_files
 from .world import World
 
 GENERATORS = (
