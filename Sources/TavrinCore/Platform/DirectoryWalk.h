@@ -86,6 +86,8 @@ struct WalkOptions {
     LastLink rootLink = LastLink::keep;
     /// The status of an entry has its dates.
     bool wantsDates = false;
+    /// The status of an entry has its identifier.
+    bool wantsIdentifier = false;
     /// The visitor is told when a folder is left.
     bool wantsLeft = false;
 };

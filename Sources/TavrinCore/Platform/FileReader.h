@@ -1,7 +1,9 @@
-// Reading one file from its beginning, piece by piece.
+// Reading one file, piece by piece.
 #pragma once
 
 #include "TavrinCore/Models/URL.h"
+#include "TavrinCore/Platform/FileStatus.h"
+#include "TavrinCore/Platform/SystemError.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +31,12 @@ class FileReader {
 
     /// Up to `buffer.size()` bytes, the count of them; 0 at the end, nil when they can't be read.
     [[nodiscard]] virtual std::optional<std::size_t> read(std::span<unsigned char> buffer) = 0;
+    /// The same at `offset` bytes from the beginning; where `read` goes on stays as it was.
+    [[nodiscard]] virtual std::optional<std::size_t> readAt(std::uint64_t offset, std::span<unsigned char> buffer) = 0;
+    /// Tells the system that these bytes are wanted soon. Doesn't wait for them.
+    virtual void prefetch(std::uint64_t offset, std::size_t count) = 0;
+    /// Of the file that is open, whatever stands at its path by now. Without dates. One request each time.
+    [[nodiscard]] virtual Result<FileStatus> status() = 0;
 
   protected:
     FileReader() = default;

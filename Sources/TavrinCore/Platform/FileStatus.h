@@ -5,6 +5,7 @@
 #include "TavrinCore/Models/URL.h"
 #include "TavrinCore/Platform/SystemError.h"
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 
@@ -22,6 +23,15 @@ enum class FileType : std::uint8_t {
     blockDevice,
 };
 
+/// What makes a file that file, whatever its names: hard links have it in common. Holds for as long as the file exists.
+struct FileIdentifier {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+
+    friend bool operator==(const FileIdentifier&, const FileIdentifier&) = default;
+    friend auto operator<=>(const FileIdentifier&, const FileIdentifier&) = default;
+};
+
 /// Nil where the file system keeps no such value.
 struct FileStatus {
     FileType type = FileType::unknown;
@@ -32,6 +42,7 @@ struct FileStatus {
     std::optional<Date> modified = std::nullopt;
     /// Nil also where the file system was told not to keep it up to date.
     std::optional<Date> accessed = std::nullopt;
+    std::optional<FileIdentifier> identifier = std::nullopt;
 
     /// What this program means by the size of a file, everywhere.
     [[nodiscard]] std::int64_t measure() const { return allocatedSize.value_or(size.value_or(0)); }

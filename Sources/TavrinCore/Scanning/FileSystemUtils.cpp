@@ -22,8 +22,14 @@ class RegularFiles final : public WalkVisitor {
                  OnFile onFile)
         : options_(options), denials_(denials), isCancelled_(isCancelled), onFile_(std::move(onFile)) {}
 
-    void walk(const URL& root, bool wantsDates) {
-        walkDirectory(root, {.wantsDates = wantsDates}, *this);
+    enum class Wants : std::uint8_t {
+        sizes,
+        all,
+    };
+
+    void walk(const URL& root, Wants wants) {
+        const bool all = wants == Wants::all;
+        walkDirectory(root, {.wantsDates = all, .wantsIdentifier = all}, *this);
         // Some systems show a protected folder as an empty one, without an error. Listing it directly tells.
         if (!wasStopped_ && !metAnything_ && denials_ != nullptr && FileSystemUtils::isPermissionDenied(root))
             denials_->record(root);
@@ -141,7 +147,7 @@ std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const
     std::int64_t total = 0;
     RegularFiles files({.descendIntoPackages = true, .includeHidden = true}, denials, isCancelled,
                        [&](const WalkEntry&, const FileStatus& file) { total = sumOfSizes(total, file.measure()); });
-    files.walk(url, false);
+    files.walk(url, decltype(files)::Wants::sizes);
     return total;
 }
 
@@ -159,10 +165,17 @@ std::vector<URL> FileSystemUtils::children(const URL& folder, bool includeHidden
 void FileSystemUtils::enumerateRegularFiles(const URL& root, EnumerationOptions options, AccessDenials* denials,
                                             const CancellationCallback& isCancelled,
                                             const std::function<void(const FileInfo&)>& visit) {
-    RegularFiles files(options, denials, isCancelled, [&](const WalkEntry& entry, const FileStatus& file) {
-        visit({.url = entry.url(), .size = file.measure(), .modified = file.modified, .accessed = file.accessed});
-    });
-    files.walk(root, true);
+    enumerateRegularFileEntries(
+        root, options, denials, isCancelled, [&](const WalkEntry& entry, const FileStatus& file) {
+            visit({.url = entry.url(), .size = file.measure(), .modified = file.modified, .accessed = file.accessed});
+        });
+}
+
+void FileSystemUtils::enumerateRegularFileEntries(
+    const URL& root, EnumerationOptions options, AccessDenials* denials, const CancellationCallback& isCancelled,
+    const std::function<void(const WalkEntry&, const FileStatus&)>& visit) {
+    RegularFiles files(options, denials, isCancelled, visit);
+    files.walk(root, decltype(files)::Wants::all);
 }
 
 bool FileSystemUtils::isPermissionDenied(const URL& folder) {

@@ -19,6 +19,9 @@
 
 namespace tavrin {
 
+class WalkEntry;
+struct FileStatus;
+
 /// One regular file as a walk hands it over.
 struct FileInfo {
     URL url;
@@ -77,6 +80,11 @@ class FileSystemUtils {
     static void enumerateRegularFiles(const URL& root, EnumerationOptions options, AccessDenials* denials,
                                       const CancellationCallback& isCancelled,
                                       const std::function<void(const FileInfo&)>& visit);
+    /// The same walk for those who want more than a FileInfo, or less: the status has dates and identifier, and
+    /// `entry.url()` is made when it is asked for.
+    static void enumerateRegularFileEntries(const URL& root, EnumerationOptions options, AccessDenials* denials,
+                                            const CancellationCallback& isCancelled,
+                                            const std::function<void(const WalkEntry&, const FileStatus&)>& visit);
 
     /// Whether listing `folder` is refused for lack of permission. A missing folder is not refused.
     [[nodiscard]] static bool isPermissionDenied(const URL& folder);

@@ -37,7 +37,8 @@ DirectoryWalker::DirectoryWalker(const URL& root, const WalkOptions& options, Wa
       visitor_(visitor),
       calls_(calls),
       limits_(limits),
-      fields_(kStatxSizes | (options.wantsDates ? kStatxDates : 0U)),
+      fields_(kStatxSizes | (options.wantsDates ? kStatxDates : 0U) |
+              (options.wantsIdentifier ? kStatxIdentifier : 0U)),
       path_(pathBeforeNames(root)),
       entry_(calls, path_),
       arena_(new char[limits.arenaBytes]) {}

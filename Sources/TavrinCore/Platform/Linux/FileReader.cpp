@@ -1,6 +1,7 @@
 #include "TavrinCore/Platform/FileReader.h"
 
 #include "TavrinCore/Platform/Linux/HarmlessOpen.h"
+#include "TavrinCore/Platform/Linux/StatxStatus.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -22,6 +23,28 @@ class OpenFile final : public FileReader {
         } while (count < 0 && errno == EINTR);
         if (count < 0) return std::nullopt;
         return static_cast<std::size_t>(count);
+    }
+
+    std::optional<std::size_t> readAt(std::uint64_t offset, std::span<unsigned char> buffer) override {
+        ssize_t count = -1;
+        do {
+            count = ::pread(file_.number(), buffer.data(), buffer.size(), static_cast<off_t>(offset));
+        } while (count < 0 && errno == EINTR);
+        if (count < 0) return std::nullopt;
+        return static_cast<std::size_t>(count);
+    }
+
+    void prefetch(std::uint64_t offset, std::size_t count) override {
+        (void)::posix_fadvise(file_.number(), static_cast<off_t>(offset), static_cast<off_t>(count),
+                              POSIX_FADV_WILLNEED);
+    }
+
+    Result<FileStatus> status() override {
+        constexpr unsigned fields = kStatxSizes | kStatxIdentifier;
+        struct statx status {};
+        if (::statx(file_.number(), "", kStatxLook | AT_EMPTY_PATH, fields, &status) != 0)
+            return SystemError::posix(errno);
+        return statusFrom(status, fields);
     }
 
   private:

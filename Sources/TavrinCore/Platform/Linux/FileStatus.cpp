@@ -58,6 +58,10 @@ FileStatus statusFrom(const struct statx& status, unsigned fields) {
     if ((given & STATX_BLOCKS) != 0) result.allocatedSize = heldTo(status.stx_blocks, kMaxBytes / kBlock) * kBlock;
     if ((given & STATX_MTIME) != 0) result.modified = dateFrom(status.stx_mtime);
     if ((given & STATX_ATIME) != 0 && keepsAccessDates(status)) result.accessed = dateFrom(status.stx_atime);
+    if ((given & STATX_INO) != 0) {
+        result.identifier = FileIdentifier{.device = std::uint64_t{status.stx_dev_major} << 32U | status.stx_dev_minor,
+                                           .inode = status.stx_ino};
+    }
     return result;
 }
 
@@ -65,7 +69,7 @@ Result<FileStatus> fileStatus(const URL& url, LastLink lastLink) {
     const AnchoredPath path(url.path());
     if (path.error() != 0) return SystemError::posix(path.error());
     const int flags = kStatxLook | (lastLink == LastLink::keep ? AT_SYMLINK_NOFOLLOW : 0);
-    constexpr unsigned fields = kStatxSizes | kStatxDates;
+    constexpr unsigned fields = kStatxSizes | kStatxDates | kStatxIdentifier;
     struct statx status {};
     if (::statx(path.folder(), path.name(), flags, fields, &status) != 0) return SystemError::posix(errno);
     return statusFrom(status, fields);
