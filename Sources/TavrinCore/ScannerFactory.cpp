@@ -5,6 +5,7 @@
 #include "TavrinCore/Scanning/BrowserCacheScanner.h"
 #include "TavrinCore/Scanning/DeveloperJunkScanner.h"
 #include "TavrinCore/Scanning/DownloadsJunkScanner.h"
+#include "TavrinCore/Scanning/DuplicateScanner.h"
 #include "TavrinCore/Scanning/IOSBackupScanner.h"
 #include "TavrinCore/Scanning/LargeFilesScanner.h"
 #include "TavrinCore/Scanning/LoginItemsScanner.h"
@@ -50,6 +51,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<LoginItemsScanner>(scannerDefaults::LoginItems::includePrivileged);
         case ModuleKind::unusedApps:
             return std::make_unique<UnusedAppsScanner>(scannerDefaults::UnusedApps::unusedAfterDays);
+        case ModuleKind::duplicates:
+            return std::make_unique<DuplicateScanner>(std::nullopt, scannerDefaults::Duplicates::minimumSizeBytes);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

@@ -18,6 +18,7 @@ class ScannerFactory {
     [[nodiscard]] static constexpr bool hasScanner(ModuleKind kind) {
         switch (kind) {
             case ModuleKind::systemJunk:
+            case ModuleKind::duplicates:
             case ModuleKind::largeFiles:
             case ModuleKind::uninstaller:
             case ModuleKind::appLanguages:
@@ -31,7 +32,6 @@ class ScannerFactory {
             case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
                 return true;
-            case ModuleKind::duplicates:
             case ModuleKind::similarImages:
                 return false;
         }
