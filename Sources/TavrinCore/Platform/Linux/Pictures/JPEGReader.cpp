@@ -1,0 +1,228 @@
+// libjpeg-turbo scales while it decodes: at 1/8 each block of 8 x 8 becomes one pixel, its mean, which is the first of
+// its coefficients. Of a progressive file it is enough to decode the scan that holds those.
+#include "TavrinCore/Platform/Linux/Pictures/ExifOrientation.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+
+#include <algorithm>
+#include <csetjmp>
+#include <cstdio>
+#include <cstring>
+// After cstdio, whose types it uses without including it.
+#include <jerror.h>
+#include <jpeglib.h>
+
+namespace tavrin {
+namespace {
+
+/// Of each block of Exif data: the orientation stands near its beginning.
+constexpr unsigned kExifBytes = 2048;
+/// Enough pixels on each side for a good thumbnail.
+constexpr unsigned kFewestLong = 64;
+constexpr unsigned kFewestShort = 24;
+/// Files of which the first coefficients come later than this are made to hurt.
+constexpr int kMostScans = 12;
+
+constexpr int kEndOfImage = 0xD9;
+
+/// The library jumps out of its functions when a file is broken, and such a jump runs no destructor: so all that has
+/// one is a member here, and the functions that call the library hold nothing of the kind.
+class JPEGReader {
+  public:
+    explicit JPEGReader(PictureInput& input) : input_(input) {
+        info_.err = ::jpeg_std_error(&errors_);
+        info_.client_data = this;
+        errors_.error_exit = [](j_common_ptr info) { std::longjmp(self(info).onError_, 1); };
+        errors_.emit_message = [](j_common_ptr info, int level) {
+            if (level < 0 && isBroken(info->err->msg_code)) std::longjmp(self(info).onError_, 1);
+        };
+        source_.init_source = [](j_decompress_ptr) {};
+        source_.term_source = [](j_decompress_ptr) {};
+        source_.resync_to_restart = ::jpeg_resync_to_restart;
+        source_.fill_input_buffer = [](j_decompress_ptr info) -> boolean {
+            // The library goes on with grey where a file ends; to us such a file is broken.
+            if (!self(info).fill()) std::longjmp(self(info).onError_, 1);
+            return TRUE;
+        };
+        source_.skip_input_data = [](j_decompress_ptr info, long count) {
+            if (count > 0) self(info).skip(static_cast<std::uint64_t>(count));
+        };
+    }
+    ~JPEGReader() { ::jpeg_destroy_decompress(&info_); }
+    JPEGReader(const JPEGReader&) = delete;
+    JPEGReader& operator=(const JPEGReader&) = delete;
+
+    std::optional<GreyPicture> picture() {
+        if (!readHeader()) return std::nullopt;
+        if (!hasPixels(info_.image_width, info_.image_height, mostPixels())) return std::nullopt;
+        setUp();
+        if (!begin()) return std::nullopt;
+        const auto divisor = static_cast<double>(info_.scale_denom);
+        shrinker_.emplace(info_.output_width, info_.output_height,
+                          GreyPicture::Extent{info_.image_width / divisor, info_.image_height / divisor});
+        row_.resize(std::size_t{info_.output_width} * static_cast<std::size_t>(info_.output_components));
+        if (!readRows()) return std::nullopt;
+        if (onlyFirstScan_ && !isWhole()) return std::nullopt;
+        return shrinker_->thumbnail(orientation());
+    }
+
+  private:
+    template <class Info>
+    static JPEGReader& self(Info* info) {
+        return *static_cast<JPEGReader*>(info->client_data);
+    }
+
+    /// Of the library's warnings those after which the picture isn't what it was.
+    static bool isBroken(int message) {
+        return message == JWRN_HIT_MARKER || message == JWRN_HUFF_BAD_CODE || message == JWRN_MUST_RESYNC;
+    }
+
+    bool fill() {
+        const std::span<const unsigned char> bytes = input_.next();
+        source_.next_input_byte = bytes.data();
+        source_.bytes_in_buffer = bytes.size();
+        return !bytes.empty();
+    }
+
+    void skip(std::uint64_t count) {
+        const std::uint64_t here = std::min<std::uint64_t>(count, source_.bytes_in_buffer);
+        source_.next_input_byte += here;
+        source_.bytes_in_buffer -= static_cast<std::size_t>(here);
+        if (count > here) input_.skip(count - here);
+    }
+
+    bool readHeader() {
+        if (setjmp(onError_) != 0) return false;
+        ::jpeg_create_decompress(&info_);
+        info_.src = &source_;
+        ::jpeg_save_markers(&info_, JPEG_APP0 + 1, kExifBytes);
+        return ::jpeg_read_header(&info_, TRUE) == JPEG_HEADER_OK;
+    }
+
+    /// Of a file with more than one scan, the library holds all coefficients.
+    std::uint64_t mostPixels() { return ::jpeg_has_multiple_scans(&info_) ? kMostPixelsAtOnce : kMostPixels; }
+
+    void setUp() {
+        const unsigned longest = std::max(info_.image_width, info_.image_height);
+        const unsigned shortest = std::min(info_.image_width, info_.image_height);
+        unsigned divisor = 8;
+        while (divisor > 1 && (longest / divisor < kFewestLong || shortest / divisor < kFewestShort))
+            divisor /= 2;
+        info_.scale_num = 1;
+        info_.scale_denom = divisor;
+        info_.do_block_smoothing = FALSE;
+        info_.do_fancy_upsampling = FALSE;
+        const bool isFourInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
+        info_.out_color_space = isFourInks ? JCS_CMYK : JCS_GRAYSCALE;
+        onlyFirstScan_ = info_.progressive_mode && divisor == 8 && !isFourInks;
+        info_.buffered_image = onlyFirstScan_ ? TRUE : FALSE;
+    }
+
+    bool begin() {
+        if (setjmp(onError_) != 0) return false;
+        if (!::jpeg_start_decompress(&info_)) return false;
+        return !onlyFirstScan_ || (consumeFirstCoefficients() && ::jpeg_start_output(&info_, info_.input_scan_number));
+    }
+
+    /// To the end of the scan that brings the brightness of each block.
+    bool consumeFirstCoefficients() {
+        while (info_.input_scan_number <= kMostScans) {
+            const int status = ::jpeg_consume_input(&info_);
+            if (status == JPEG_REACHED_EOI) return false;
+            if (status == JPEG_SCAN_COMPLETED && info_.coef_bits != nullptr && info_.coef_bits[0][0] >= 0) return true;
+        }
+        return false;
+    }
+
+    bool readRows() {
+        if (setjmp(onError_) != 0) return false;
+        while (info_.output_scanline < info_.output_height)
+            readRow();
+        return true;
+    }
+
+    void readRow() {
+        JSAMPROW row = row_.data();
+        const std::size_t y = info_.output_scanline;
+        if (::jpeg_read_scanlines(&info_, &row, 1) != 1) std::longjmp(onError_, 1);
+        if (info_.output_components == 4) greyFromInks();
+        shrinker_->addRow(0, y, {row_.data(), info_.output_width}, PixelKind::grey);
+    }
+
+    /// Files of four inks hold them inverted, as the program that made the format does, unless no marker says so.
+    void greyFromInks() {
+        const unsigned flip = info_.saw_Adobe_marker ? 0 : 255;
+        for (std::size_t x = 0; x < info_.output_width; ++x) {
+            const std::uint8_t* inks = row_.data() + 4 * x;
+            const unsigned light = brightness(inks[0] ^ flip, inks[1] ^ flip, inks[2] ^ flip);
+            row_[x] = static_cast<std::uint8_t>(light * (inks[3] ^ flip) / 255);
+        }
+    }
+
+    /// The rest of the file is only looked through for its end.
+    bool isWhole() {
+        int marker = info_.unread_marker;
+        for (;;) {
+            if (marker == 0) marker = nextMarker();
+            if (marker < 0) return false;
+            if (marker == kEndOfImage) return true;
+            const int high = nextByte();
+            const int low = nextByte();
+            if (high < 0 || low < 0) return false;
+            const int length = high << 8 | low;
+            if (length < 2) return false;
+            skip(static_cast<std::uint64_t>(length - 2));
+            marker = 0;
+        }
+    }
+
+    int nextByte() {
+        if (source_.bytes_in_buffer == 0 && !fill()) return -1;
+        --source_.bytes_in_buffer;
+        return *source_.next_input_byte++;
+    }
+
+    /// Passes over compressed data, in which 0xFF is followed by 0 or by one of the eight restart markers. -1 at the
+    /// end.
+    int nextMarker() {
+        for (;;) {
+            if (source_.bytes_in_buffer == 0 && !fill()) return -1;
+            const auto* found =
+                static_cast<const JOCTET*>(std::memchr(source_.next_input_byte, 0xFF, source_.bytes_in_buffer));
+            if (found == nullptr) {
+                source_.bytes_in_buffer = 0;
+                continue;
+            }
+            skip(static_cast<std::uint64_t>(found - source_.next_input_byte) + 1);
+            int code = nextByte();
+            while (code == 0xFF)
+                code = nextByte();
+            if (code < 0 || (code != 0 && (code < 0xD0 || code > 0xD7))) return code;
+        }
+    }
+
+    unsigned orientation() const {
+        for (const jpeg_marker_struct* marker = info_.marker_list; marker != nullptr; marker = marker->next) {
+            const std::span<const std::uint8_t> data(marker->data, marker->data_length);
+            if (data.size() > 4 && std::memcmp(data.data(), "Exif", 4) == 0) return exifOrientation(data);
+        }
+        return 1;
+    }
+
+    PictureInput& input_;
+    jpeg_decompress_struct info_{};
+    jpeg_error_mgr errors_{};
+    jpeg_source_mgr source_{};
+    std::jmp_buf onError_{};
+    std::vector<std::uint8_t> row_;
+    std::optional<PictureShrinker> shrinker_;
+    bool onlyFirstScan_ = false;
+};
+
+}  // namespace
+
+std::optional<GreyPicture> readJPEG(PictureInput& input) {
+    return JPEGReader(input).picture();
+}
+
+}  // namespace tavrin

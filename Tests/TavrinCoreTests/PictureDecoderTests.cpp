@@ -1,0 +1,299 @@
+#include "Support/Pictures.h"
+#include "Support/PretendedFile.h"
+#include "TavrinCore/Platform/PictureDecoder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tavrin {
+namespace {
+
+using test::BMPForm;
+using test::ColourPicture;
+using test::drawnScene;
+using test::PretendedFile;
+
+std::optional<GreyPicture> decoded(const std::string& bytes) {
+    const PretendedFile file{.bytes = bytes};
+    return decodeThumbnail(*file.open());
+}
+
+/// The thumbnail as the picture itself would give it: the mean of all that each pixel covers.
+GreyPicture plainThumbnail(const ColourPicture& picture) {
+    GreyPicture grey{.width = picture.width, .height = picture.height, .pixels = {}};
+    for (std::size_t i = 0; i < picture.rgb.size(); i += 3)
+        grey.pixels.push_back(static_cast<std::uint8_t>(
+            std::lround(0.299 * picture.rgb[i] + 0.587 * picture.rgb[i + 1] + 0.114 * picture.rgb[i + 2])));
+    const auto longest = static_cast<double>(std::max(picture.width, picture.height));
+    const auto scaled = [&](std::size_t length) {
+        return static_cast<std::size_t>(std::lround(static_cast<double>(length) * std::min(1.0, 64 / longest)));
+    };
+    return grey.reducedTo(scaled(picture.width), scaled(picture.height));
+}
+
+double meanDifference(const GreyPicture& a, const GreyPicture& b) {
+    if (a.pixels.size() != b.pixels.size()) return 1e9;
+    double sum = 0;
+    for (std::size_t i = 0; i < a.pixels.size(); ++i)
+        sum += std::abs(int{a.pixels[i]} - int{b.pixels[i]});
+    return sum / static_cast<double>(a.pixels.size());
+}
+
+void expectLooksLike(const std::string& file, const ColourPicture& picture, double tolerance, const std::string& what) {
+    const std::optional<GreyPicture> thumbnail = decoded(file);
+    ASSERT_TRUE(thumbnail) << what << " isn't decoded";
+    const GreyPicture expected = plainThumbnail(picture);
+    EXPECT_EQ(thumbnail->width, expected.width) << what;
+    EXPECT_EQ(thumbnail->height, expected.height) << what;
+    EXPECT_LE(meanDifference(*thumbnail, expected), tolerance) << what;
+}
+
+/// A file of every format.
+std::map<std::string, std::string> everyFormat(const ColourPicture& picture) {
+    return {{"JPEG", test::asJPEG(picture)},
+            {"progressive JPEG", test::asJPEG(picture, {.isProgressive = true})},
+            {"PNG", test::asPNG(picture)},
+            {"interlaced PNG", test::asPNG(picture, {.isInterlaced = true})},
+            {"GIF", test::asGIF(picture)},
+            {"TIFF", test::asTIFF(picture)},
+            {"BMP", test::asBMP(picture)},
+            {"WebP", test::asWebP(picture)},
+            {"lossless WebP", test::asWebP(picture, true)},
+            {"HEIC", test::asHEIC(picture)}};
+}
+
+TEST(PictureDecoder, readsEveryFormat) {
+    const ColourPicture picture = drawnScene(1, 640, 480);
+    for (const auto& [format, bytes] : everyFormat(picture))
+        expectLooksLike(bytes, picture, format == "GIF" ? 8.0 : 1.5, format);
+}
+
+TEST(PictureDecoder, readsEveryFormOfJPEG) {
+    const ColourPicture picture = drawnScene(2, 1'200, 803);
+    expectLooksLike(test::asJPEG(picture, {.isGrey = true}), picture, 1, "grey");
+    expectLooksLike(test::asJPEG(picture, {.isProgressive = true, .isGrey = true}), picture, 1.5, "grey, progressive");
+    expectLooksLike(test::asJPEG(picture, {.isFourInks = true}), picture, 1.5, "four inks");
+    expectLooksLike(test::asJPEG(picture, {.isProgressive = true, .isFourInks = true}), picture, 1.5,
+                    "four inks, progressive");
+    expectLooksLike(test::asJPEG(picture, {.quality = 40, .restartRows = 1}), picture, 3, "restarts");
+    expectLooksLike(test::asJPEG(picture) + std::string(5'000, 'x'), picture, 1, "something behind it");
+    expectLooksLike(test::asJPEG(picture, {.isProgressive = true}) + std::string(5'000, 'x'), picture, 1.5,
+                    "progressive, something behind it");
+}
+
+TEST(PictureDecoder, readsEveryFormOfPNG) {
+    const ColourPicture picture = drawnScene(3, 301, 203);
+    for (const bool isInterlaced : {false, true}) {
+        for (const bool is16Bit : {false, true}) {
+            for (const bool isGrey : {false, true})
+                expectLooksLike(
+                    test::asPNG(picture, {.isInterlaced = isInterlaced, .is16Bit = is16Bit, .isGrey = isGrey}), picture,
+                    1, "PNG");
+        }
+    }
+}
+
+TEST(PictureDecoder, readsEveryFormOfTIFF) {
+    const ColourPicture picture = drawnScene(4, 333, 222);
+    expectLooksLike(test::asTIFF(picture, {.rowsPerStrip = 1'000}), picture, 1, "one strip");
+    expectLooksLike(test::asTIFF(picture, {.rowsPerStrip = 7}), picture, 1, "odd strips");
+    expectLooksLike(test::asTIFF(picture, {.tileSide = 64}), picture, 1, "tiles");
+    expectLooksLike(test::asTIFF(picture, {.compression = 1}), picture, 1, "uncompressed");
+    expectLooksLike(test::asTIFF(picture, {.rowsPerStrip = 1'000, .compression = 8}), picture, 1, "deflated");
+}
+
+TEST(PictureDecoder, readsEveryFormOfBMP) {
+    const ColourPicture picture = drawnScene(5, 123, 77);
+    for (const BMPForm form :
+         {BMPForm::core24, BMPForm::rgb24, BMPForm::topDown32, BMPForm::masks16, BMPForm::grey8, BMPForm::runs8})
+        expectLooksLike(test::asBMP(picture, form), picture, form == BMPForm::masks16 ? 3.0 : 1.0,
+                        "form " + std::to_string(static_cast<int>(form)));
+}
+
+TEST(PictureDecoder, putsAGIFsFrameOnItsCanvas) {
+    const ColourPicture picture = drawnScene(6, 100, 60);
+    expectLooksLike(test::asGIF(picture, {.isInterlaced = true}), picture, 8, "interlaced");
+    ColourPicture canvas = test::uniform(0, 160, 120);
+    for (std::size_t y = 0; y < 60; ++y)
+        std::copy_n(picture.at(0, y), 300, canvas.at(20, y + 30));
+    expectLooksLike(test::asGIF(picture, {.canvasWidth = 160, .canvasHeight = 120, .left = 20, .top = 30}), canvas, 8,
+                    "on a canvas");
+}
+
+TEST(PictureDecoder, appliesTheStoredOrientation) {
+    const ColourPicture upright = drawnScene(7, 320, 200);
+    for (unsigned orientation = 1; orientation <= 8; ++orientation) {
+        const ColourPicture stored = test::storedFor(orientation, upright);
+        const std::string which = "orientation " + std::to_string(orientation);
+        expectLooksLike(test::asJPEG(stored, {.orientation = orientation}), upright, 1, "JPEG, " + which);
+        expectLooksLike(test::asPNG(stored, {.orientation = orientation}), upright, 1, "PNG, " + which);
+        expectLooksLike(test::asTIFF(stored, {.orientation = static_cast<std::uint16_t>(orientation)}), upright, 1,
+                        "TIFF, " + which);
+    }
+}
+
+TEST(PictureDecoder, whatIsTransparentIsBlack) {
+    const ColourPicture white = test::uniform(255, 80, 60);
+    const std::optional<GreyPicture> half = decoded(test::asPNG(white, {.alpha = 128}));
+    const std::optional<GreyPicture> none = decoded(test::asPNG(white, {.isGrey = true, .alpha = 0}));
+    ASSERT_TRUE(half && none);
+    EXPECT_EQ(half->pixels, std::vector<std::uint8_t>(64 * 48, 128));
+    EXPECT_EQ(none->pixels, std::vector<std::uint8_t>(64 * 48, 0));
+}
+
+TEST(PictureDecoder, neverEnlargesAndKeepsAtLeastOnePixel) {
+    for (const auto& [format, bytes] : everyFormat(drawnScene(8, 40, 20))) {
+        const std::optional<GreyPicture> small = decoded(bytes);
+        ASSERT_TRUE(small) << format;
+        EXPECT_EQ(small->width, 40U) << format;
+        EXPECT_EQ(small->height, 20U) << format;
+    }
+    const std::optional<GreyPicture> line = decoded(test::asPNG(drawnScene(8, 9'000, 2)));
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->width, 64U);
+    EXPECT_EQ(line->height, 1U);
+    EXPECT_TRUE(decoded(test::asJPEG(drawnScene(8, 3, 4'000))));
+    EXPECT_TRUE(decoded(test::asPNG(drawnScene(8, 1, 1), {.isInterlaced = true})));
+}
+
+TEST(PictureDecoder, aFileIsReadByWhatStandsInItAndNotByItsName) {
+    for (const std::string& bytes : {std::string(), std::string("short"), std::string(100'000, '\0'),
+                                     std::string("this is only a text, and a rather long one"),
+                                     std::string("\0\0\0\x18"
+                                                 "ftypmp42\0\0\0\0mp42isom",
+                                                 24)})
+        EXPECT_EQ(decoded(bytes), std::nullopt);
+}
+
+TEST(PictureDecoder, aPictureThatIsCutOffIsNone) {
+    const ColourPicture picture = drawnScene(9, 400, 300);
+    for (const auto& [format, bytes] : everyFormat(picture)) {
+        for (const double part : {0.01, 0.2, 0.5, 0.9, 0.97})
+            EXPECT_EQ(decoded(bytes.substr(0, static_cast<std::size_t>(static_cast<double>(bytes.size()) * part))),
+                      std::nullopt)
+                << format << " cut at " << part;
+    }
+}
+
+TEST(PictureDecoder, aPictureOfWhichReadingFailsIsNone) {
+    for (const auto& [format, bytes] : everyFormat(drawnScene(10, 400, 300))) {
+        const PretendedFile file{.bytes = bytes, .failsFrom = bytes.size() / 2};
+        EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << format;
+    }
+}
+
+TEST(PictureDecoder, doesNotDependOnTheSizeOfReads) {
+    for (const auto& [format, bytes] : everyFormat(drawnScene(11, 200, 150))) {
+        const PretendedFile file{.bytes = bytes, .mostPerRead = 7};
+        EXPECT_EQ(decodeThumbnail(*file.open()), decoded(bytes)) << format;
+    }
+}
+
+TEST(PictureDecoder, rubbishInTheMiddleIsNoCrash) {
+    for (const auto& [format, bytes] : everyFormat(drawnScene(12, 200, 150))) {
+        for (unsigned i = 0; i < 60; ++i) {
+            std::string broken = bytes;
+            const std::size_t at = (bytes.size() * i / 60 + i * 31) % bytes.size();
+            for (std::size_t k = at; k < std::min(bytes.size(), at + 1 + i % 9); ++k)
+                broken[k] = static_cast<char>(k * 131 + i);
+            (void)decoded(broken);
+        }
+    }
+    SUCCEED();
+}
+
+// Pictures that claim to be huge.
+
+std::string bigEndian(std::uint32_t value) {
+    return {static_cast<char>(value >> 24U), static_cast<char>(value >> 16U), static_cast<char>(value >> 8U),
+            static_cast<char>(value)};
+}
+
+/// A PNG with another size in its header; the checksum is left out of the claim by computing it anew.
+std::string withPNGSize(std::string png, std::uint32_t width, std::uint32_t height) {
+    png.replace(16, 8, bigEndian(width) + bigEndian(height));
+    std::uint32_t sum = 0xFFFFFFFFU;
+    for (const char each : png.substr(12, 17)) {
+        sum ^= static_cast<unsigned char>(each);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = sum >> 1U ^ ((sum & 1U) != 0 ? 0xEDB88320U : 0U);
+    }
+    return png.replace(29, 4, bigEndian(~sum));
+}
+
+/// KiB by which the memory of this process grew at its peak while `work` ran.
+long growthDuring(const std::function<void()>& work) {
+    const auto peak = [] {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with("VmHWM:")) return std::stol(line.substr(6));
+        }
+        return 0L;
+    };
+    // The peak is counted anew from here (proc(5)).
+    std::ofstream("/proc/self/clear_refs") << '5';
+    const long before = peak();
+    work();
+    return peak() - before;
+}
+
+/// Refused at once: what a picture claims is believed before it is decoded.
+void expectRefusedQuickly(const std::string& bytes, const std::string& what) {
+    const PretendedFile file{.bytes = bytes};
+    const long growth = growthDuring([&] { EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << what; });
+    EXPECT_LT(growth, 8 * 1'024) << what;
+    EXPECT_LE(file.bytesRead, 256U * 1'024) << what << " was read on";
+}
+
+TEST(PictureDecoder, aPictureThatClaimsTooManyPixelsIsRefusedByItsHeader) {
+    const std::string png = test::asPNG(test::uniform(7, 64, 64));
+    expectRefusedQuickly(withPNGSize(png, 60'000, 60'000), "PNG");
+    expectRefusedQuickly(withPNGSize(png, 0x7FFFFFFF, 0x7FFFFFFF), "the largest PNG");
+    expectRefusedQuickly(withPNGSize(test::asPNG(test::uniform(7, 64, 64), {.isInterlaced = true}), 8'000, 6'000),
+                         "interlaced PNG");
+    std::string jpeg = test::asJPEG(test::uniform(7, 64, 64));
+    const std::size_t frame = jpeg.find("\xff\xc0");
+    ASSERT_NE(frame, std::string::npos);
+    jpeg.replace(frame + 5, 4, "\xff\xff\xff\xff");
+    expectRefusedQuickly(jpeg, "JPEG");
+    std::string bmp = test::asBMP(test::uniform(7, 64, 64));
+    bmp.replace(18, 8, std::string("\0\0\1\0\0\0\1\0", 8));
+    expectRefusedQuickly(bmp, "BMP");
+    std::string gif = test::asGIF(test::uniform(7, 64, 64));
+    gif.replace(6, 4, "\xff\xff\xff\xff");
+    expectRefusedQuickly(gif, "GIF");
+}
+
+TEST(PictureDecoder, aPictureThatClaimsMoreThanItHoldsIsDroppedInFlatMemory) {
+    const std::string png = test::asPNG(test::uniform(7, 64, 64));
+    const std::string claims = withPNGSize(png, 14'000, 10'000);
+    EXPECT_LT(growthDuring([&] { EXPECT_EQ(decoded(claims), std::nullopt); }), 8 * 1'024);
+}
+
+TEST(PictureDecoder, aLargePictureThatIsWholeIsHeldInFlatMemory) {
+    const std::string png = test::asPNG(test::uniform(200, 3'000, 2'000), {.isInterlaced = true});
+    const long growth = growthDuring([&] {
+        const std::optional<GreyPicture> thumbnail = decoded(png);
+        ASSERT_TRUE(thumbnail);
+        EXPECT_EQ(thumbnail->pixels, std::vector<std::uint8_t>(64 * 43, 200));
+    });
+    EXPECT_LT(growth, 4 * 1'024) << "the pixels alone would be 18 MB";
+}
+
+TEST(PictureDecoder, onceCancelledThereIsNoPicture) {
+    const std::string png = test::asPNG(drawnScene(13, 1'000, 800));
+    const PretendedFile file{.bytes = png};
+    int polls = 0;
+    EXPECT_EQ(decodeThumbnail(*file.open(), [&] { return ++polls > 3; }), std::nullopt);
+    EXPECT_EQ(polls, 4);
+}
+
+}  // namespace
+}  // namespace tavrin
