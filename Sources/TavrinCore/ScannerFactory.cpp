@@ -13,6 +13,7 @@
 #include "TavrinCore/Scanning/MessagesAttachmentsScanner.h"
 #include "TavrinCore/Scanning/ScannerDefaults.h"
 #include "TavrinCore/Scanning/ScreenshotsScanner.h"
+#include "TavrinCore/Scanning/SimilarImagesScanner.h"
 #include "TavrinCore/Scanning/SystemJunkScanner.h"
 #include "TavrinCore/Scanning/UnusedAppsScanner.h"
 
@@ -53,6 +54,9 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<UnusedAppsScanner>(scannerDefaults::UnusedApps::unusedAfterDays);
         case ModuleKind::duplicates:
             return std::make_unique<DuplicateScanner>(std::nullopt, scannerDefaults::Duplicates::minimumSizeBytes);
+        case ModuleKind::similarImages:
+            return std::make_unique<SimilarImagesScanner>(std::nullopt, scannerDefaults::SimilarImages::threshold,
+                                                          scannerDefaults::SimilarImages::minimumSizeBytes);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

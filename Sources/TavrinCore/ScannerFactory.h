@@ -21,6 +21,7 @@ class ScannerFactory {
             case ModuleKind::duplicates:
             case ModuleKind::largeFiles:
             case ModuleKind::uninstaller:
+            case ModuleKind::similarImages:
             case ModuleKind::appLanguages:
             case ModuleKind::loginItems:
             case ModuleKind::developerJunk:
@@ -32,7 +33,6 @@ class ScannerFactory {
             case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
                 return true;
-            case ModuleKind::similarImages:
                 return false;
         }
         return false;
