@@ -9,6 +9,7 @@ import shutil
 
 from . import applications, browsers, developer_junk, device_backups, downloads, large_and_old, launch_agents
 from . import mail_and_messages, nasty_things, screenshots, system_junk, user_files
+from . import duplicates, nasty_things, photographs, system_junk, user_files
 from .world import World
 
 GENERATORS = (
@@ -30,7 +31,13 @@ GENERATORS = (
     (launch_agents.broken_agents, "the same: their program is gone"),
     (launch_agents.odd_agents, "the same: hardly anything in them, links, folders, other names"),
     (launch_agents.hostile_agents, "the same: property lists that are traps"),
+    (duplicates.copies, "sets of equal files in Downloads, Documents, Desktop, Pictures"),
+    (duplicates.linked_copies, "hard links, one of them beside a real copy"),
+    (photographs.photographs, "photographs, with copies made smaller, turned and stored in other forms"),
     # What it must leave alone.
+    (duplicates.near_copies, "files of one size and one beginning"),
+    (duplicates.copies_that_are_none, "equal files that are hidden, in a bundle or linked"),
+    (photographs.broken_photographs, "pictures cut off, of another kind, and too large to be true"),
     (user_files.documents, "Documents, with a folder that is only called Caches"),
     (user_files.pictures_music_and_films, "Pictures with a photo library, Music, Movies"),
     (user_files.desktop_downloads_and_public, "Desktop, Downloads old and new, Public"),
