@@ -110,5 +110,21 @@ TEST(URL, displayTextShowsBrokenBytesAsReplacementCharacters) {
     EXPECT_EQ(displayText(""), "");
 }
 
+TEST(URL, lineTextStaysInItsRow) {
+    EXPECT_EQ(lineText("caf\xC3\xA9 a\xFFz"), "café a\uFFFDz");
+    EXPECT_EQ(lineText("a\nb\r\tc\x1B[0m\x7F"), "a\uFFFDb\uFFFD\uFFFDc\uFFFD[0m\uFFFD");
+    // NEL, the separators of lines and of paragraphs.
+    EXPECT_EQ(lineText("a\xC2\x85"
+                       "b\u2028c\u2029d"),
+              "a\uFFFDb\uFFFDc\uFFFDd");
+}
+
+TEST(URL, lineTextCannotBeTurnedAround) {
+    for (const char* mark : {"\u202A", "\u202B", "\u202C", "\u202D", "\u202E", "\u2066", "\u2067", "\u2068", "\u2069"})
+        EXPECT_EQ(lineText(std::string("photo") + mark + "gpj.exe"), "photo\uFFFDgpj.exe");
+    // Text that runs from right to left by itself stays as it is, and so do the marks that only lean.
+    EXPECT_EQ(lineText("שלום \u200Eabc\u200F 🗑"), "שלום \u200Eabc\u200F 🗑");
+}
+
 }  // namespace
 }  // namespace tavrin

@@ -19,6 +19,15 @@ std::string_view withoutTrailingSlashes(std::string_view path) {
     return path;
 }
 
+/// Lines end at LF, CR, NEL, U+2028 and U+2029, among the control characters or beside them. The direction is turned by
+/// embeddings, overrides and isolates (UAX #9, section 2); the plain marks only settle which way they lean themselves.
+bool isUnsafeInLine(UChar32 c) {
+    const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0);
+    const bool separator = c == 0x2028 || c == 0x2029;
+    const bool turnsText = (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    return control || separator || turnsText;
+}
+
 }  // namespace
 
 URL::URL() : path_("/"), directory_(true) {}
@@ -126,6 +135,18 @@ std::string URL::absoluteString() const {
 std::string displayText(std::string_view bytes) {
     std::string text;
     icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())}).toUTF8String(text);
+    return text;
+}
+
+std::string lineText(std::string_view bytes) {
+    constexpr char16_t replacement = 0xFFFD;
+    auto decoded = icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())});
+    // All of them lie in the basic plane, so each is one code unit.
+    for (std::int32_t i = 0; i < decoded.length(); ++i) {
+        if (isUnsafeInLine(decoded.charAt(i))) decoded.setCharAt(i, replacement);
+    }
+    std::string text;
+    decoded.toUTF8String(text);
     return text;
 }
 

@@ -73,6 +73,10 @@ class URL {
 /// The bytes as text for people: valid UTF-8 as it stands, each maximal broken part as U+FFFD.
 [[nodiscard]] std::string displayText(std::string_view bytes);
 
+/// The same, safe in one row: what breaks lines, what controls a device and what turns the direction of the text around
+/// it each become U+FFFD. A name can't disguise itself, spread over its neighbours or reach another row.
+[[nodiscard]] std::string lineText(std::string_view bytes);
+
 }  // namespace tavrin
 
 template <>

@@ -42,6 +42,8 @@ struct FileStatus {
     std::optional<Date> modified = std::nullopt;
     /// Nil also where the file system was told not to keep it up to date.
     std::optional<Date> accessed = std::nullopt;
+    /// Given by fileStatus only; a walk doesn't ask for it.
+    std::optional<Date> created = std::nullopt;
     std::optional<FileIdentifier> identifier = std::nullopt;
 
     /// What this program means by the size of a file, everywhere.

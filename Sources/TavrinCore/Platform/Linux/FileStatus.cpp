@@ -62,6 +62,7 @@ FileStatus statusFrom(const struct statx& status, unsigned fields) {
         result.identifier = FileIdentifier{.device = std::uint64_t{status.stx_dev_major} << 32U | status.stx_dev_minor,
                                            .inode = status.stx_ino};
     }
+    if ((given & STATX_BTIME) != 0) result.created = dateFrom(status.stx_btime);
     return result;
 }
 
@@ -69,7 +70,7 @@ Result<FileStatus> fileStatus(const URL& url, LastLink lastLink) {
     const AnchoredPath path(url.path());
     if (path.error() != 0) return SystemError::posix(path.error());
     const int flags = kStatxLook | (lastLink == LastLink::keep ? AT_SYMLINK_NOFOLLOW : 0);
-    constexpr unsigned fields = kStatxSizes | kStatxDates | kStatxIdentifier;
+    constexpr unsigned fields = kStatxSizes | kStatxDates | STATX_BTIME | kStatxIdentifier;
     struct statx status {};
     if (::statx(path.folder(), path.name(), flags, fields, &status) != 0) return SystemError::posix(errno);
     return statusFrom(status, fields);
