@@ -1,0 +1,54 @@
+#include "TavrinClean/Kit/HistoryModel.h"
+
+#include "TavrinClean/Kit/Background.h"
+#include "TavrinCore/Cleaning/HistoryList.h"
+
+#include <QPointer>
+#include <utility>
+
+namespace tavrin {
+
+HistoryModel::HistoryModel(Background& background, Restore restore, QObject* parent)
+    : QObject(parent), background_(&background), restore_(std::move(restore)), records_(store_.load()) {
+    if (!restore_) restore_ = [](std::span<const TrashedEntry> entries) { return Cleaner().restore(entries); };
+}
+
+HistoryModel::~HistoryModel() = default;
+
+std::int64_t HistoryModel::totalReclaimed() const {
+    return tavrin::totalReclaimed(records_);
+}
+
+void HistoryModel::add(const std::string& module, const std::optional<std::string>& moduleKey,
+                       const CleanResult& result) {
+    const bool added = addRecord(records_, {.module = module,
+                                            .moduleKey = moduleKey,
+                                            .removedItems = result.removedItems,
+                                            .reclaimedBytes = result.reclaimedBytes,
+                                            .restorable = result.restorable});
+    if (added) save();
+}
+
+void HistoryModel::clear() {
+    records_.clear();
+    save();
+}
+
+void HistoryModel::restore(const CleanupRecord& record, QObject* owner,
+                           std::function<void(const RestoreResult&)> done) {
+    background_->run(
+        Background::Lane::work, this, [restore = restore_, entries = record.entries] { return restore(entries); },
+        [this, id = record.id, owner = QPointer<QObject>(owner), done = std::move(done)](const RestoreResult& result) {
+            settleRestore(records_, id, result.pending);
+            save();
+            if (!owner.isNull() && done) done(result);
+        });
+}
+
+void HistoryModel::save() {
+    // A disk that refuses leaves the list as it is; the next save writes all of it.
+    store_.save(records_);
+    Q_EMIT recordsChanged();
+}
+
+}  // namespace tavrin

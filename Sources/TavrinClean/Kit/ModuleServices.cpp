@@ -1,0 +1,30 @@
+#include "TavrinClean/Kit/ModuleServices.h"
+
+#include "TavrinClean/Kit/DockCleaner.h"
+#include "TavrinClean/Kit/InstallDate.h"
+#include "TavrinClean/Platform/FileBrowser.h"
+#include "TavrinClean/Platform/Notifier.h"
+#include "TavrinClean/Platform/RunningApps.h"
+#include "TavrinCore/ScannerFactory.h"
+
+namespace tavrin {
+
+ModuleServices ModuleServices::real() {
+    return {
+        .background = std::make_shared<Background>(),
+        .hasScanner = ScannerFactory::hasScanner,
+        .makeScanner = [](ModuleKind kind) { return ScannerFactory::makeScanner(kind); },
+        .clean = [](std::span<const CleanableItem> items, const ProgressCallback& progress,
+                    const CancellationCallback& isCancelled) { return Cleaner().clean(items, progress, isCancelled); },
+        .restore = [](std::span<const TrashedEntry> entries) { return Cleaner().restore(entries); },
+        .notify = Notifier::notify,
+        .requestNotifications = Notifier::requestAuthorization,
+        .runningBundleIDs = RunningApps::bundleIDs,
+        .tidyDock = [](const std::set<std::string>& paths) { (void)DockCleaner::removeEntries(paths); },
+        .installDate = tavrin::installDate,
+        .showInFileBrowser = tavrin::showInFileBrowser,
+        .openAccessSettings = tavrin::openAccessSettings,
+    };
+}
+
+}  // namespace tavrin
