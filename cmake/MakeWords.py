@@ -9,7 +9,7 @@ import pathlib
 import re
 import sys
 
-STATIC = re.compile(r"^TAVRIN_MESSAGE\((\w+),", re.MULTILINE)
+STATIC = re.compile(r"^TAVRIN_(?:MESSAGE|WINDOW_TEXT)\((\w+),", re.MULTILINE)
 COUNTED = re.compile(r"^TAVRIN_FUNCTION_MESSAGE\((\w+),\s*\(([^)]*)\)", re.MULTILINE)
 # How a parameter of the tables is taken from QML, and how it is handed on.
 PARAMETERS = {"Count": ("qint64 {0}", "{0}"), "Text": ("const QString& {0}", "{0}.toStdString()")}
@@ -78,9 +78,9 @@ def write(path, text):
 def main():
     folder = pathlib.Path(sys.argv[1])
     tables = "\n".join(pathlib.Path(name).read_text(encoding="utf-8") for name in sys.argv[2:])
-    static = ["appName"] + STATIC.findall(tables)
+    static = ["appName", "privacyPolicyURL"] + STATIC.findall(tables)
     counted = [(key, parameters(rest)) for key, rest in COUNTED.findall(tables)]
-    if len(static) < 2:
+    if len(static) < 3:
         sys.exit("MakeWords.py found no message")
 
     properties, getters, invokables, bodies = [], [], [], []

@@ -36,6 +36,12 @@ constexpr StaticMessage kNameTexts[] = {
 #undef TAVRIN_NAME
 };
 
+constexpr StaticMessage kWindowTexts[] = {
+#define TAVRIN_WINDOW_TEXT(key, english, spanish) {#key, english, spanish},
+#include "TavrinCore/Strings/WindowTexts.def"
+#undef TAVRIN_WINDOW_TEXT
+};
+
 struct Refusal {
     int errorNumber;
     StaticMessage sentence;
@@ -102,6 +108,9 @@ const std::string& S::privacyPolicyURL() {
 #define TAVRIN_NAME TAVRIN_MESSAGE
 #include "TavrinCore/Strings/NameTexts.def"
 #undef TAVRIN_NAME
+#define TAVRIN_WINDOW_TEXT TAVRIN_MESSAGE
+#include "TavrinCore/Strings/WindowTexts.def"
+#undef TAVRIN_WINDOW_TEXT
 #undef TAVRIN_MESSAGE
 
 std::string_view S::systemRefusal(int errorNumber) {
@@ -123,6 +132,10 @@ std::span<const StaticMessage> S::systemTexts() {
 
 std::span<const StaticMessage> S::nameTexts() {
     return kNameTexts;
+}
+
+std::span<const StaticMessage> S::windowTexts() {
+    return kWindowTexts;
 }
 
 }  // namespace tavrin

@@ -51,6 +51,11 @@ class S {
 #include "TavrinCore/Strings/NameTexts.def"
 #undef TAVRIN_NAME
 
+    /// Words of the window itself, in a table of their own.
+#define TAVRIN_WINDOW_TEXT(key, english, spanish) [[nodiscard]] static const std::string& key();
+#include "TavrinCore/Strings/WindowTexts.def"
+#undef TAVRIN_WINDOW_TEXT
+
     /// Why the system refused something, one sentence for an error number of POSIX. Empty for one that has none here.
     [[nodiscard]] static std::string_view systemRefusal(int errorNumber);
 
@@ -61,6 +66,8 @@ class S {
     [[nodiscard]] static std::span<const StaticMessage> systemTexts();
     /// Names, likewise.
     [[nodiscard]] static std::span<const StaticMessage> nameTexts();
+    /// The window's own words, likewise.
+    [[nodiscard]] static std::span<const StaticMessage> windowTexts();
 };
 
 }  // namespace tavrin

@@ -234,6 +234,29 @@ TEST(SystemTexts, noTextIsEmptyAndNoKeyStandsTwiceOrInTheMessages) {
     EXPECT_TRUE(keys.contains("byteCountZero"));
 }
 
+TEST(WindowTexts, noTextIsEmptyAndNoKeyStandsTwiceOrInTheMessages) {
+    const auto messages = messagesByKey();
+    std::set<std::string_view> keys;
+    for (const StaticMessage& text : S::windowTexts()) {
+        EXPECT_TRUE(keys.insert(text.key).second) << text.key;
+        EXPECT_FALSE(messages.contains(text.key)) << text.key;
+        EXPECT_FALSE(text.english.empty()) << text.key;
+        EXPECT_FALSE(text.spanish.empty()) << text.key;
+        EXPECT_NE(text.english, text.spanish) << text.key;
+    }
+    EXPECT_TRUE(keys.contains("windowNotBuiltYet"));
+}
+
+TEST(WindowTexts, whereThereIsNoDisplayBothWaysWithoutOneAreNamed) {
+    for (const StaticMessage& text : S::windowTexts()) {
+        if (text.key != "windowNoDisplay") continue;
+        for (const std::string_view sentence : {text.english, text.spanish}) {
+            EXPECT_NE(sentence.find("--tour"), std::string_view::npos);
+            EXPECT_NE(sentence.find("--vnc"), std::string_view::npos);
+        }
+    }
+}
+
 TEST(Language, isSpanishWhenTheFirstTagBeginsWithEsInEitherCase) {
     const std::vector<std::pair<std::vector<std::string>, Language>> cases{
         {{"es"}, Language::spanish},

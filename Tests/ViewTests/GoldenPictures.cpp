@@ -1,5 +1,6 @@
 // Draws each phase of the gallery and compares it, point by point, with the picture that was accepted. With --accept it
 // takes what it draws as the new ones; look at them before you do.
+#include "GoldenFile.h"
 #include "TavrinClean/Theme/InstallTheme.h"
 
 #include <QDateTime>
@@ -13,7 +14,6 @@
 #include <QTest>
 #include <array>
 #include <cstdio>
-#include <utility>
 
 namespace {
 
@@ -64,20 +64,6 @@ QString prepareFiles(qreal scale) {
     return QUrl::fromLocalFile(folder).toString();
 }
 
-// What hovers or was just loaded takes some frames to show: the picture counts once it stands still.
-QImage settledPicture(QQuickView& view) {
-    constexpr int most = 50;
-    QImage last;
-    for (int i = 0; i < most; ++i) {
-        QTest::qWait(60);
-        QImage now = view.grabWindow().convertToFormat(QImage::Format_RGB32);
-        if (now == last) return now;
-        last = std::move(now);
-    }
-    std::fprintf(stderr, "the picture never stands still\n");
-    return last;
-}
-
 QImage draw(QQuickView& view, const Shot& shot) {
     view.rootObject()->setProperty("phase", QString::fromLatin1(shot.phase));
     QCoreApplication::processEvents();
@@ -85,18 +71,10 @@ QImage draw(QQuickView& view, const Shot& shot) {
     if (shot.mouse == Shot::Mouse::down) QTest::mousePress(&view, Qt::LeftButton, {}, mousePlace(view));
     const bool ready = QTest::qWaitFor([&view] { return view.rootObject()->property("ready").toBool(); });
     if (!ready) std::fprintf(stderr, "%s is never ready\n", shot.name);
-    const QImage picture = settledPicture(view);
+    const QImage picture = tavrin::test::settledPicture(view);
     if (shot.mouse == Shot::Mouse::down) QTest::mouseRelease(&view, Qt::LeftButton, {}, QPoint(1, 1));
     QTest::mouseMove(&view, QPoint(1, 1));
     return picture;
-}
-
-bool isAsAccepted(const QImage& picture, const QString& file) {
-    const QImage accepted = QImage(QStringLiteral(GOLDEN_FOLDER "/") + file).convertToFormat(QImage::Format_RGB32);
-    if (picture == accepted) return true;
-    std::fprintf(stderr, "%s differs from the accepted picture; what was drawn is %s/%s\n", qPrintable(file),
-                 SHOTS_FOLDER, qPrintable(file));
-    return false;
 }
 
 }  // namespace
@@ -106,8 +84,6 @@ int main(int argc, char** argv) {
     const bool accept = QCoreApplication::arguments().contains(QStringLiteral("--accept"));
     QIcon::setThemeName(QStringLiteral("none"));
     tavrin::installFonts();
-    const QString folder = accept ? QStringLiteral(GOLDEN_FOLDER) : QStringLiteral(SHOTS_FOLDER);
-    QDir().mkpath(folder);
 
     QQuickView view;
     tavrin::installTheme(*view.engine());
@@ -120,11 +96,9 @@ int main(int argc, char** argv) {
     bool same = true;
     for (const Shot& shot : shots) {
         if (!shot.atEveryScale && view.devicePixelRatio() > 1) continue;
-        const QString file =
-            QStringLiteral("%1@%2x.png").arg(QLatin1StringView(shot.name)).arg(view.devicePixelRatio());
-        const QImage picture = draw(view, shot);
-        picture.save(folder + u'/' + file);
-        same = (accept || isAsAccepted(picture, file)) && same;
+        same =
+            tavrin::test::isGolden(draw(view, shot), QString::fromLatin1(shot.name), view.devicePixelRatio(), accept) &&
+            same;
     }
     return same ? 0 : 1;
 }

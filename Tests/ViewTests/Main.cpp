@@ -1,8 +1,13 @@
 // The tests of the views share this program: each tst_*.qml is given to it by name.
+#include "Stage.h"
+#include "TavrinClean/Kit/AppModel.h"
+#include "TavrinClean/KitModule/KitTypes.h"
 #include "TavrinClean/Theme/InstallTheme.h"
 
+#include <QQmlContext>
 #include <QQmlEngine>
 #include <QtQuickTest>
+#include <optional>
 
 namespace {
 
@@ -10,8 +15,19 @@ class Setup : public QObject {
     Q_OBJECT
 
   public Q_SLOTS:
-    void applicationAvailable() { tavrin::installFonts(); }
-    void qmlEngineAvailable(QQmlEngine* engine) { tavrin::installTheme(*engine); }
+    void applicationAvailable() {
+        tavrin::installFonts();
+        stage_.emplace();
+        tavrin::setApp(stage_->app());
+    }
+    void qmlEngineAvailable(QQmlEngine* engine) {
+        tavrin::installTheme(*engine);
+        engine->rootContext()->setContextProperty(QStringLiteral("stage"), &*stage_);
+    }
+    void cleanupTestCase() { stage_.reset(); }
+
+  private:
+    std::optional<tavrin::test::Stage> stage_;
 };
 
 }  // namespace

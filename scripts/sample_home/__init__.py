@@ -7,9 +7,8 @@ row; what the other rows make stays as it is, to the byte.
 import os
 import shutil
 
-from . import applications, browsers, developer_junk, device_backups, downloads, large_and_old, launch_agents
-from . import mail_and_messages, nasty_things, screenshots, system_junk, user_files
-from . import duplicates, nasty_things, photographs, system_junk, user_files
+from . import applications, browsers, developer_junk, device_backups, downloads, duplicates, large_and_old
+from . import launch_agents, mail_and_messages, nasty_things, photographs, screenshots, system_junk, user_files
 from .world import World
 
 GENERATORS = (

@@ -1,9 +1,19 @@
 import QtQuick
 import QtQuick.Window
 import Tavrin.Theme
+import Tavrin.Views
 import Tavrin.Words
 
 Window {
+    id: root
+
+    function bringToFront() {
+        if (visibility === Window.Minimized) showNormal()
+        show()
+        raise()
+        requestActivate()
+    }
+
     width: 1120
     height: 740
     minimumWidth: 940
@@ -12,10 +22,12 @@ Window {
     title: S.appName
     color: Brand.deepest
 
-    BrandBackground { anchors.fill: parent }
-    GemLogo {
-        anchors.centerIn: parent
-        width: 140
-        height: 140
+    ContentView { anchors.fill: parent }
+    QuickLookSheet { title: S.actionQuickLook }
+
+    Shortcut {
+        sequences: [StandardKey.Quit, StandardKey.Close]
+        context: Qt.ApplicationShortcut
+        onActivated: Qt.quit()
     }
 }

@@ -7,7 +7,8 @@ import Tavrin.Theme
  *
  * BrandSwitch { name: group.title; on: group.isOn; onToggledByUser: model.toggle(group.id) }
  */
-T.AbstractButton {
+// A check box to screen readers too, whose role a control takes from its type.
+T.CheckBox {
     id: root
 
     required property string name
@@ -21,6 +22,9 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
 
+    checkState: on ? Qt.Checked : Qt.Unchecked
+    // A press alone changes nothing.
+    nextCheckState: () => root.checkState
     onClicked: toggledByUser()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

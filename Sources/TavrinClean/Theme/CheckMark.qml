@@ -11,10 +11,9 @@ import Tavrin.Theme
  *
  * CheckMark { name: row.name; checkState: row.selected ? Qt.Checked : Qt.Unchecked; onTicked: model.toggle(row.id) }
  */
-T.AbstractButton {
+T.CheckBox {
     id: root
 
-    property int checkState: Qt.Unchecked
     /// What screen readers say; the text unless told otherwise.
     property string name: text
     property real size: 20
@@ -28,6 +27,8 @@ T.AbstractButton {
     font: Theme.body
     opacity: enabled ? 1 : 0.5
 
+    // A press alone changes nothing.
+    nextCheckState: () => root.checkState
     onClicked: ticked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
@@ -36,6 +37,7 @@ T.AbstractButton {
     Accessible.name: name
     Accessible.checkable: true
     Accessible.checked: checkState === Qt.Checked
+    Accessible.checkStateMixed: checkState === Qt.PartiallyChecked
     Accessible.onToggleAction: if (enabled) clicked()
     Accessible.onPressAction: if (enabled) clicked()
 

@@ -10,7 +10,8 @@ import Tavrin.Theme
  *
  * SidebarRow { symbol: kind.symbol; title: kind.title; subtitle: kind.subtitle; figure: size; selected: is; onClicked: go() }
  */
-T.AbstractButton {
+// Screen readers take a control for what its type is: this one is an entry of a list.
+T.ItemDelegate {
     id: root
 
     required property string symbol

@@ -52,6 +52,7 @@ constexpr std::array table{
     SymbolFile{"info.circle.fill", "info-fill"},
     SymbolFile{"internaldrive.fill", "hard-drive-fill"},
     SymbolFile{"iphone", "device-mobile"},
+    SymbolFile{"line.3.horizontal", "own-menu"},
     SymbolFile{"lock.rotation", "own-lock-rotation"},
     SymbolFile{"lock.shield", "own-lock-shield"},
     SymbolFile{"magnifyingglass", "magnifying-glass"},

@@ -1,0 +1,83 @@
+// A well-known name on the session bus, and the interface org.freedesktop.Application of the Desktop Entry
+// Specification 1.5, which desktops use as well.
+#include "TavrinClean/Platform/SingleInstance.h"
+
+#include "SingleInstanceAdaptor.h"
+#include "TavrinClean/Platform/Linux/SessionBus.h"
+#include "TavrinCore/Platform/Folders.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <optional>
+#include <vector>
+
+namespace tavrin {
+namespace {
+
+constexpr int answerTimeout = 3000;  // milliseconds
+
+QString path() {
+    return QStringLiteral("/org/tavrin/Clean");
+}
+
+// The home that the account has; empty where the database names none.
+std::string homeOfAccount() {
+    std::vector<char> buffer(std::size_t{16} * 1024);
+    passwd entry{};
+    passwd* found = nullptr;
+    if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr) return {};
+    return URL::fromPath(found->pw_dir, true).path();
+}
+
+QString serviceName() {
+    const std::string home = homeFolder().path();
+    const QString name = QStringLiteral("org.tavrin.Clean");
+    if (home == homeOfAccount()) return name;
+    const QByteArray hash = QCryptographicHash::hash(QByteArray::fromStdString(home), QCryptographicHash::Sha256);
+    return name + QStringLiteral(".home") + QString::fromLatin1(hash.toHex().left(16));
+}
+
+// RequestName of the D-Bus specification. Nil where the bus doesn't answer.
+std::optional<bool> ownsName(const QDBusConnection& bus, const QString& name) {
+    constexpr quint32 doNotQueue = 4;
+    constexpr quint32 primaryOwner = 1;
+    constexpr quint32 alreadyOwner = 4;
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    request << name << doNotQueue;
+    const QDBusMessage reply = bus.call(request, QDBus::Block, answerTimeout);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return std::nullopt;
+    const quint32 answer = reply.arguments().constFirst().toUInt();
+    return answer == primaryOwner || answer == alreadyOwner;
+}
+
+bool activate(const QDBusConnection& bus, const QString& name) {
+    QDBusMessage call = QDBusMessage::createMethodCall(name, path(), QStringLiteral("org.freedesktop.Application"),
+                                                       QStringLiteral("Activate"));
+    call << QVariantMap();
+    return bus.call(call, QDBus::Block, answerTimeout).type() == QDBusMessage::ReplyMessage;
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(QObject* parent) : QObject(parent) {
+    new SingleInstanceAdaptor(this);
+}
+
+SingleInstance::Start SingleInstance::claim() {
+    if (!hasSessionBus()) return Start::first;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    // Before the name: who finds the name must find somebody behind it.
+    bus.registerObject(path(), this);
+    const QString name = serviceName();
+    if (ownsName(bus, name).value_or(true)) return Start::first;
+    bus.unregisterObject(path());
+    return activate(bus, name) ? Start::handedOver : Start::otherIsStuck;
+}
+
+}  // namespace tavrin

@@ -1,0 +1,41 @@
+import QtQuick
+import Tavrin.Theme
+import Tavrin.Words
+
+/**
+ * The program's own menu. The program isn't updated from within on this system, so that command is there and disabled.
+ *
+ * AppMenuButton {}
+ */
+IconButton {
+    id: root
+
+    /// True when a search for a newer version may start now.
+    property bool canCheckForUpdates: false
+
+    signal checkForUpdates()
+
+    symbol: "line.3.horizontal"
+    name: S.windowMenu
+    size: 18
+    onClicked: menu.visible ? menu.close() : menu.open()
+
+    BrandMenu {
+        id: menu
+
+        name: S.windowMenu
+        y: root.height + 4
+
+        BrandMenuItem {
+            text: S.updatesCheck
+            symbol: "arrow.down.circle"
+            enabled: root.canCheckForUpdates
+            onTriggered: root.checkForUpdates()
+        }
+        BrandMenuItem {
+            text: S.menuBarQuit
+            symbol: "power"
+            onTriggered: Qt.quit()
+        }
+    }
+}

@@ -1,0 +1,204 @@
+import QtQuick
+import Tavrin.Theme
+import Tavrin.Views
+import Tavrin.Words
+
+/**
+ * One finding in the list of results.
+ *
+ * ItemRow { name: row.name; detail: row.detail; sizeText: row.size; url: row.url; ticked: row.selected }
+ */
+Item {
+    id: root
+
+    /// The file, in absolute form.
+    required property string url
+    /// What stands first: a file's name, or what a language's file belongs to.
+    required property string name
+    /// The line below it; none while it is empty.
+    required property string detail
+    required property bool detailIsPath
+    required property string sizeText
+    required property bool ticked
+    required property bool isFolder
+    required property bool isImage
+    /// Why it isn't safe while its app runs; empty while it doesn't.
+    required property string runningHelp
+    /// A mail attachment's badge instead of the detail, empty for all else, and whether it comes back by itself.
+    required property string mailBadge
+    required property bool redownloads
+    /// When it arrived; empty where that isn't told.
+    required property string date
+    required property bool expanded
+    /// The keyboard is on this row.
+    property bool current: false
+
+    signal toggled()
+    signal expandToggled()
+    signal preview()
+    signal menuWanted(point place)
+    signal pressed()
+
+    implicitHeight: 52
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: detail.length > 0 ? detail + " · " + sizeText : sizeText
+    Accessible.checkable: true
+    Accessible.checked: ticked
+    Accessible.onPressAction: toggled()
+    Accessible.onToggleAction: toggled()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.radiusRow
+        color: Brand.white(root.current ? 0.07 : hover.hovered ? 0.04 : 0)
+        FocusRing { shown: root.current && root.activeFocus; gap: -1 }
+    }
+    HoverHandler { id: hover }
+    TapHandler {
+        onPressedChanged: if (pressed) root.pressed()
+        onDoubleTapped: root.isFolder ? root.expandToggled() : root.preview()
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: eventPoint => {
+            root.pressed()
+            root.menuWanted(eventPoint.position)
+        }
+    }
+
+    CheckMark {
+        id: mark
+
+        x: 6
+        anchors.verticalCenter: parent.verticalCenter
+        focusPolicy: Qt.NoFocus
+        name: root.name
+        checkState: root.ticked ? Qt.Checked : Qt.Unchecked
+        onTicked: root.toggled()
+    }
+    IconButton {
+        id: chevron
+
+        anchors { left: mark.right; verticalCenter: parent.verticalCenter }
+        implicitWidth: 24
+        visible: root.isFolder
+        focusPolicy: Qt.NoFocus
+        symbol: root.expanded ? "chevron.down" : "chevron.right"
+        name: root.expanded ? S.windowHideContents : S.windowShowContents
+        size: 14
+        onClicked: root.expandToggled()
+    }
+    RowIcon {
+        id: icon
+
+        anchors { left: mark.right; leftMargin: 30; verticalCenter: parent.verticalCenter }
+        url: root.url
+        size: 26
+        preferThumbnail: root.isImage
+    }
+    Column {
+        anchors { left: icon.right; leftMargin: 10; right: trailing.left; rightMargin: Theme.spacing; verticalCenter: parent.verticalCenter }
+        spacing: 2
+
+        Row {
+            width: parent.width
+            spacing: 6
+
+            Text {
+                width: Math.min(implicitWidth, parent.width - (warning.visible ? warning.width + 6 : 0))
+                text: root.name
+                textFormat: Text.PlainText
+                elide: Text.ElideMiddle
+                maximumLineCount: 1
+                font: Theme.body
+                color: Brand.ink
+
+                // Copies bear one name: where each lies tells them apart.
+                HoverHandler { id: nameHover }
+                HelpTip { wanted: nameHover.hovered; text: nameHover.hovered ? Files.placeOf(root.url) : "" }
+            }
+            Symbol {
+                id: warning
+
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.runningHelp.length > 0
+                key: "exclamationmark.triangle.fill"
+                size: 15
+                color: Brand.gold
+                Accessible.role: Accessible.StaticText
+                Accessible.name: S.windowAppIsOpen
+                Accessible.description: root.runningHelp
+                Accessible.ignored: !visible
+
+                HoverHandler { id: warningHover }
+                HelpTip { wanted: warningHover.hovered || (root.current && root.activeFocus && warning.visible); text: root.runningHelp }
+            }
+        }
+        Text {
+            width: parent.width
+            visible: root.detail.length > 0
+            text: root.detail
+            textFormat: Text.PlainText
+            elide: Text.ElideMiddle
+            maximumLineCount: 1
+            font: root.detailIsPath ? Theme.monospaced : Theme.caption
+            color: Brand.muted
+        }
+        MailBadge {
+            visible: root.mailBadge.length > 0
+            text: root.mailBadge
+            redownloads: root.redownloads
+        }
+    }
+    Row {
+        id: trailing
+
+        anchors { right: parent.right; rightMargin: 14; verticalCenter: parent.verticalCenter }
+        spacing: 10
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.date.length > 0
+            key: "calendar"
+            size: 14
+            color: Brand.muted
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.date.length > 0
+            text: root.date
+            textFormat: Text.PlainText
+            font: Theme.caption
+            color: Brand.muted
+        }
+        // Its place is kept in lists of dates, so that these stand below one another.
+        Item {
+            width: eye.width
+            height: eye.height
+            visible: root.isImage || root.date.length > 0
+
+            IconButton {
+                id: eye
+
+                visible: root.isImage
+                focusPolicy: Qt.NoFocus
+                symbol: "eye"
+                name: S.actionQuickLook
+                onClicked: root.preview()
+
+                HelpTip { wanted: eye.hovered; text: S.actionQuickLook }
+            }
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(76, implicitWidth)
+            horizontalAlignment: Text.AlignRight
+            text: root.sizeText
+            textFormat: Text.PlainText
+            font: Theme.body
+            color: Brand.gold
+        }
+    }
+}

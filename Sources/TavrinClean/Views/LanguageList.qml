@@ -1,0 +1,67 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Tavrin.Kit
+import Tavrin.Theme
+import Tavrin.Words
+
+/**
+ * The languages that apps bring along. Arrows move; Space, Enter or a click turns one from kept to removed and back.
+ *
+ * LanguageList { screen: model }
+ */
+FocusScope {
+    id: root
+
+    required property ModuleScreenModel screen
+
+    HintLine {
+        id: hint
+
+        width: parent.width
+        symbol: "checkmark.circle.fill"
+        text: S.moduleLanguagesHint
+    }
+    ReadableColumn {
+        anchors { left: parent.left; right: parent.right; top: hint.bottom; topMargin: Theme.spacingSmall; bottom: parent.bottom; bottomMargin: Theme.spacing }
+
+        BrandCard {
+            width: parent.width
+            height: Math.min(parent.height, list.contentHeight + 12)
+            visible: list.count > 0
+
+            ListView {
+                id: list
+
+                anchors { fill: parent; margins: 6 }
+                focus: true
+                activeFocusOnTab: true
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                highlightMoveDuration: 0
+                model: root.screen.groups
+                T.ScrollBar.vertical: BrandScrollBar {}
+
+                Accessible.role: Accessible.List
+                Accessible.name: S.windowResults
+
+                delegate: LanguageRow {
+                    required property int index
+                    required property string groupId
+
+                    width: ListView.view.width
+                    focus: ListView.isCurrentItem
+                    current: ListView.isCurrentItem && list.activeFocus
+                    onToggled: root.screen.toggleKept(groupId)
+                    onPressed: {
+                        list.currentIndex = index
+                        list.forceActiveFocus(Qt.MouseFocusReason)
+                    }
+                    Keys.onSpacePressed: toggled()
+                    Keys.onReturnPressed: toggled()
+                    Keys.onEnterPressed: toggled()
+                }
+            }
+        }
+    }
+}

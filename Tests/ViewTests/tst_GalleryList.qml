@@ -1,0 +1,120 @@
+import QtQuick
+import QtTest
+import Tavrin.Theme
+import Tavrin.Views
+import Tavrin.Words
+import "Find.js" as Find
+
+Item {
+    id: page
+
+    width: 760
+    height: 900
+
+    ModuleDetailView {
+        id: view
+
+        anchors.fill: parent
+        moduleKey: "similarImages"
+        focus: true
+    }
+    QuickLookSheet { title: S.actionQuickLook }
+
+    TestCase {
+        name: "GalleryList"
+        when: windowShown
+
+        function initTestCase() {
+            Theme.reducedMotion = true
+            Find.button(view, S.actionScan).clicked()
+            stage.settle()
+            tryVerify(() => cards().length > 1)
+        }
+
+        function init() {
+            Find.button(view, S.actionSelectNone).clicked()
+            gallery().forceActiveFocus(Qt.TabFocusReason)
+            gallery().moveTo(0, 0)
+        }
+
+        function gallery() {
+            return Find.all(view, item => item instanceof GalleryList)[0]
+        }
+
+        function cards() {
+            return Find.all(view, item => item instanceof GalleryCard).sort((a, b) => a.y - b.y)
+        }
+
+        function cells(card) {
+            return Find.all(card, item => item instanceof ImageCell)
+        }
+
+        function current() {
+            return Find.all(view, item => item instanceof ImageCell && item.current)[0]
+        }
+
+        function test_eachSetIsACardWithItsPictures() {
+            verify(Find.says(view, S.moduleSimilarHint))
+            compare(cards()[0].name, S.moduleGroupSimilar(4))
+            compare(cells(cards()[0]).length, 4)
+            verify(cells(cards()[0])[0].width >= 124)
+        }
+
+        function test_whatIsNotTickedIsKept() {
+            const cell = cells(cards()[0])[0]
+            verify(Find.says(cell, S.actionKeep))
+            cell.toggled()
+            tryVerify(() => cell.ticked)
+            verify(!Find.says(cell, S.actionKeep))
+        }
+
+        function test_arrowsMoveSpaceTicksAndEnterLooks() {
+            const first = current()
+            keyClick(Qt.Key_Right)
+            verify(current() !== first)
+            keyClick(Qt.Key_Left)
+            compare(current(), first)
+            keyClick(Qt.Key_Space)
+            tryVerify(() => first.ticked)
+            keyClick(Qt.Key_Return)
+            tryCompare(QuickLook, "url", first.url)
+            keyClick(Qt.Key_Escape)
+            tryCompare(QuickLook, "url", "")
+        }
+
+        function test_arrowsGoOnInTheNextSet() {
+            const last = cells(cards()[0]).length - 1
+            gallery().moveTo(0, last)
+            keyClick(Qt.Key_Right)
+            tryVerify(() => cells(cards()[1]).includes(current()))
+            keyClick(Qt.Key_Left)
+            tryVerify(() => current() === cells(cards()[0])[last])
+        }
+
+        function test_theMarkTicksAndThePictureLooks() {
+            const cell = cells(cards()[0])[1]
+            mouseClick(cell, cell.width / 2 + 56 - 20, 24)
+            tryVerify(() => cell.ticked)
+            compare(QuickLook.url, "")
+            mouseClick(cell, cell.width / 2, 80)
+            tryCompare(QuickLook, "url", cell.url)
+            keyClick(Qt.Key_Escape)
+            tryCompare(QuickLook, "url", "")
+        }
+
+        function test_selectingAllLeavesTheKeepers() {
+            Find.button(view, S.actionSelectAll).clicked()
+            tryVerify(() => cells(cards()[0]).filter(cell => cell.ticked).length === 3)
+            Find.button(view, S.actionSelectNone).clicked()
+            tryVerify(() => cells(cards()[0]).every(cell => !cell.ticked))
+        }
+
+        function test_screenReadersHearWhatIsKept() {
+            const cell = cells(cards()[0])[0]
+            compare(cell.Accessible.role, Accessible.CheckBox)
+            verify(cell.Accessible.description.startsWith(S.actionKeep))
+            cell.Accessible.pressAction()
+            tryVerify(() => cell.Accessible.checked)
+        }
+    }
+}

@@ -1,0 +1,95 @@
+import QtQuick
+import QtTest
+import Tavrin.Theme
+import Tavrin.Views
+import Tavrin.Words
+import "Find.js" as Find
+
+Item {
+    id: page
+
+    width: 760
+    height: 620
+
+    ModuleDetailView {
+        id: view
+
+        anchors.fill: parent
+        moduleKey: "appLanguages"
+        focus: true
+    }
+
+    TestCase {
+        name: "LanguageList"
+        when: windowShown
+
+        function initTestCase() {
+            Theme.reducedMotion = true
+        }
+
+        function init() {
+            Find.button(view, S.actionScan).clicked()
+            stage.settle()
+            tryVerify(() => rows().length === 4)
+            list().forceActiveFocus(Qt.TabFocusReason)
+            list().currentIndex = 0
+        }
+
+        function list() {
+            return Find.all(view, item => item.Accessible.name === S.windowResults)[0]
+        }
+
+        function rows() {
+            return Find.all(view, item => item instanceof LanguageRow).sort((a, b) => a.y - b.y)
+        }
+
+        function row(name) {
+            return rows().find(row => row.name === name)
+        }
+
+        function test_aLanguageWithoutATickIsKept() {
+            verify(Find.says(view, S.moduleLanguagesHint))
+            verify(row("Árabe").kept)
+            verify(Find.says(row("Árabe"), S.actionKeep))
+            verify(!row("Japonés").kept)
+            verify(Find.says(row("Japonés"), S.actionRemove))
+            compare(row("Japonés").summary, S.moduleAppsSize(3, "6 MB"))
+        }
+
+        function test_aClickTurnsIt() {
+            mouseClick(row("Árabe"))
+            tryVerify(() => !row("Árabe").kept)
+            mouseClick(row("Árabe"))
+            tryVerify(() => row("Árabe").kept)
+        }
+
+        function test_theKeyboardTurnsIt() {
+            const first = list().currentItem
+            const before = first.kept
+            keyClick(Qt.Key_Space)
+            tryVerify(() => first.kept !== before)
+            keyClick(Qt.Key_Return)
+            tryVerify(() => first.kept === before)
+            keyClick(Qt.Key_Down)
+            compare(list().currentIndex, 1)
+        }
+
+        function test_screenReadersHearWhatIsKept() {
+            compare(row("Árabe").Accessible.role, Accessible.CheckBox)
+            verify(row("Árabe").Accessible.checked)
+            row("Árabe").Accessible.toggleAction()
+            tryVerify(() => !row("Árabe").Accessible.checked)
+        }
+
+        function test_theSearchLooksAtTheLanguage() {
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            for (const key of [Qt.Key_J, Qt.Key_A, Qt.Key_P]) keyClick(key)
+            stage.settle()
+            tryVerify(() => rows().length === 1)
+            compare(rows()[0].name, "Japonés")
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => rows().length === 4)
+        }
+    }
+}

@@ -1,0 +1,210 @@
+import QtQuick
+import QtTest
+import Tavrin.Kit
+import Tavrin.Theme
+import Tavrin.Views
+import Tavrin.Words
+import "Find.js" as Find
+
+Item {
+    id: page
+
+    width: 900
+    height: 900
+
+    ModuleDetailView {
+        id: view
+
+        anchors.fill: parent
+        moduleKey: "systemJunk"
+        focus: true
+    }
+
+    TestCase {
+        name: "ResultsList"
+        when: windowShown
+
+        function initTestCase() {
+            Theme.reducedMotion = true
+            stage.appsRun("com.example.music")
+        }
+
+        function init() {
+            scan("findings")
+        }
+
+        function scan(how) {
+            stage.scansGo(how)
+            Find.button(view, S.actionScan).clicked()
+            stage.settle()
+            tryVerify(() => rows().length > 5)
+            list().forceActiveFocus(Qt.TabFocusReason)
+            list().currentIndex = 0
+        }
+
+        function list() {
+            return Find.all(view, item => item.Accessible.name === S.windowResults)[0]
+        }
+
+        function rows() {
+            return Find.all(view, item => item instanceof ResultsRow).sort((a, b) => a.y - b.y)
+        }
+
+        function row(name) {
+            return rows().find(row => row.name === name)
+        }
+
+        function selected() {
+            return Find.all(view, item => item instanceof ResultsFooter)[0].selectedCountText
+        }
+
+        function goTo(name) {
+            list().currentIndex = row(name).index
+        }
+
+        function test_groupsStandByTheirWeightAndItemsBelowThem() {
+            compare(rows().filter(row => row.kind === ResultsModel.Group).map(row => row.name),
+                    [S.categoryDerivedData, S.categoryUserCache, S.categoryLogs])
+            verify(row("com.example.browser").y > row(S.categoryUserCache).y)
+        }
+
+        function test_arrowsMoveAndSpaceTicks() {
+            keyClick(Qt.Key_Down)
+            compare(list().currentItem.name, "Harbour-abcdef")
+            compare(selected(), S.moduleSelectedCount(6))
+            keyClick(Qt.Key_Space)
+            tryVerify(() => selected() === S.moduleSelectedCount(5))
+            verify(!list().currentItem.selected)
+            keyClick(Qt.Key_Space)
+            tryVerify(() => selected() === S.moduleSelectedCount(6))
+        }
+
+        function test_spaceOnAGroupTicksAllOfItAndThenNone() {
+            goTo(S.categoryLogs)
+            compare(list().currentItem.checkState, Qt.PartiallyChecked)
+            keyClick(Qt.Key_Space)
+            tryCompare(list().currentItem, "checkState", Qt.Checked)
+            keyClick(Qt.Key_Space)
+            tryCompare(list().currentItem, "checkState", Qt.Unchecked)
+        }
+
+        function test_enterAndTheArrowsFoldAGroup() {
+            goTo(S.categoryLogs)
+            keyClick(Qt.Key_Return)
+            tryVerify(() => row("install.log") === undefined)
+            keyClick(Qt.Key_Right)
+            tryVerify(() => row("install.log") !== undefined)
+            keyClick(Qt.Key_Left)
+            tryVerify(() => row("install.log") === undefined)
+            keyClick(Qt.Key_Return)
+            tryVerify(() => row("install.log") !== undefined)
+        }
+
+        function test_aFolderShowsFiftyOfWhatIsInIt() {
+            goTo("com.example.browser")
+            tryVerify(() => list().currentItem.expandable)
+            keyClick(Qt.Key_Return)
+            stage.settle()
+            tryVerify(() => list().count > 50)
+            keyClick(Qt.Key_End)
+            list().positionViewAtIndex(row("entry-1") ? row("entry-1").index : 20, ListView.Beginning)
+            tryVerify(() => {
+                list().positionViewAtIndex(list().count - 15, ListView.Beginning)
+                return row(S.moduleMoreItems(3)) !== undefined
+            })
+        }
+
+        function test_anEmptyFolderSaysSo() {
+            goTo("empty.folder")
+            tryVerify(() => list().currentItem.expandable)
+            keyClick(Qt.Key_Right)
+            stage.settle()
+            tryVerify(() => row(S.moduleEmptyFolder) !== undefined)
+        }
+
+        function test_whatBelongsToARunningAppIsMarkedAndUnticked() {
+            const marked = row("com.example.music")
+            verify(!marked.selected)
+            tryCompare(marked, "runningWarning", S.moduleRunningAppHelp)
+            compare(row("com.example.browser").runningWarning, "")
+        }
+
+        function test_aNameIsShownSafely() {
+            const wild = rows().find(row => row.name.startsWith("a name"))
+            verify(wild !== undefined)
+            verify(!wild.name.includes("\n"))
+            verify(!wild.name.includes("\u202E"))
+        }
+
+        function test_theSearchShowsWhatMatchesAndEscapeShowsAllAgain() {
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            for (const key of [Qt.Key_E, Qt.Key_D, Qt.Key_I, Qt.Key_T]) keyClick(key)
+            stage.settle()
+            tryVerify(() => row("com.example.browser") === undefined)
+            verify(row("org.example.editor") !== undefined)
+            verify(Find.says(view, S.countItems(8)))
+            keyClick(Qt.Key_Down)
+            verify(list().activeFocus)
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => row("com.example.browser") !== undefined)
+        }
+
+        function test_aSearchThatMatchesNothingSaysSo() {
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            for (const key of [Qt.Key_Q, Qt.Key_Q, Qt.Key_Q]) keyClick(key)
+            stage.settle()
+            tryVerify(() => Find.says(view, S.windowNothingMatches))
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+        }
+
+        function test_theKeyboardStaysOnItsItemInAnotherOrder() {
+            goTo("org.example.editor")
+            Find.all(view, item => item instanceof MenuPicker)[0].activated(1)
+            stage.settle()
+            tryVerify(() => row("empty.folder").y < row("org.example.editor").y)
+            tryVerify(() => list().currentItem.name === "org.example.editor")
+            Find.all(view, item => item instanceof MenuPicker)[0].activated(0)
+            stage.settle()
+        }
+
+        function test_theMenuOfARowShowsItInTheFileManager() {
+            goTo("org.example.editor")
+            const over = row("org.example.editor")
+            mouseClick(over, 300, 20, Qt.RightButton)
+            const overlay = page.Window.window.contentItem
+            tryVerify(() => Find.button(overlay, S.actionShowInFinder) !== null)
+            stage.forget()
+            Find.button(overlay, S.actionShowInFinder).clicked()
+            compare(stage.asked(), ["show " + over.url])
+            tryVerify(() => Find.button(overlay, S.actionShowInFinder) === null)
+        }
+
+        function test_screenReadersTickARowAndHearItsState() {
+            const item = Find.all(row("com.example.browser"), item => item instanceof ItemRow)[0]
+            compare(item.Accessible.role, Accessible.ListItem)
+            compare(item.Accessible.name, "com.example.browser")
+            verify(item.Accessible.checked)
+            item.Accessible.pressAction()
+            tryVerify(() => !item.Accessible.checked)
+        }
+
+        function test_whereAFileLiesIsToldSafely() {
+            const wild = rows().find(row => row.name.startsWith("a name"))
+            const place = Files.placeOf(wild.url)
+            verify(place.startsWith("/") && place.includes("/found/Caches/"), place)
+            verify(!place.includes("\n"))
+            compare(Files.placeOf("no address"), "")
+        }
+
+        function test_aHundredThousandRowsAreTickedAtOnce() {
+            scan("many")
+            keyClick(Qt.Key_A, Qt.ControlModifier)
+            tryVerify(() => selected() === S.moduleSelectedCount(100000))
+            keyClick(Qt.Key_End)
+            compare(list().currentIndex, list().count - 1)
+            tryVerify(() => list().currentItem !== null)
+        }
+    }
+}
