@@ -33,7 +33,6 @@ class ScannerFactory {
             case ModuleKind::messagesAttachments:
             case ModuleKind::unusedApps:
                 return true;
-                return false;
         }
         return false;
     }

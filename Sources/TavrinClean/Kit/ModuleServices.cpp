@@ -1,10 +1,10 @@
 #include "TavrinClean/Kit/ModuleServices.h"
 
-#include "TavrinClean/Kit/DockCleaner.h"
 #include "TavrinClean/Kit/InstallDate.h"
 #include "TavrinClean/Platform/FileBrowser.h"
 #include "TavrinClean/Platform/Notifier.h"
 #include "TavrinClean/Platform/RunningApps.h"
+#include "TavrinCore/DockCleaner.h"
 #include "TavrinCore/ScannerFactory.h"
 
 namespace tavrin {
