@@ -14,10 +14,17 @@ Item {
         "cleaning", "done", "failures", "failed", "access", "blocked", "dates", "mail", "gallery", "languages",
         "focus"
     ]
-    // Large pictures weigh on the repository: one full and one rounded one show whether a scale holds.
-    readonly property var scaledShots: ["consent", "notBuilt", "results"]
+    // Large pictures weigh on the repository: at other scales a full screen is enough, and most stand on a plain ground.
+    readonly property var scaledShots: ["results"]
+    readonly property var shotsOnTheGround: ["consent", "results"]
+    // The sidebar is the same beside every screen.
+    readonly property var wholeShots: ["consent", "results", "notBuilt", "menu", "question"]
+    /// Where what matters of the present state begins.
+    property int leftEdge: 0
     property bool ready: false
     property var condition: () => true
+    // Found once: what is hidden isn't found again.
+    property Item hiddenGround
 
     width: 940
     height: 620
@@ -67,6 +74,7 @@ Item {
             condition = () => Find.says(root, S.moduleNothingToClean)
         },
         results: () => {
+            App.consent.accept()
             stage.appsRun("com.example.music")
             scan("systemJunk", "findings")
             condition = () => rows().some(row => row.runningWarning.length > 0)
@@ -146,6 +154,10 @@ Item {
     }
 
     function show(shot) {
+        const ground = Find.all(root, item => item instanceof BrandBackground)[0] ?? hiddenGround
+        hiddenGround = ground
+        ground.visible = shotsOnTheGround.includes(shot)
+        leftEdge = wholeShots.includes(shot) ? 0 : 264
         states_[shot]()
         waiting.start()
     }
@@ -161,6 +173,10 @@ Item {
             stop()
             root.ready = true
         }
+    }
+    Rectangle {
+        anchors.fill: parent
+        color: Brand.deepest
     }
     Item {
         id: window
