@@ -22,12 +22,14 @@ def main():
     parser.add_argument("--pictures", required=True, help="the folder that the pictures go to")
     parser.add_argument("--language", choices=LANGUAGES, action="append", help="both unless told")
     parser.add_argument("--small", action="store_true", help="on a home with far fewer files")
-    parser.add_argument("--inside", nargs=2, metavar=("HOME", "FRAME"), help=argparse.SUPPRESS)
+    parser.add_argument("--inside", nargs=3, metavar=("HOME", "FRAME", "OUTPUT"), help=argparse.SUPPRESS)
     options = parser.parse_args()
     pathlib.Path(options.pictures).mkdir(parents=True, exist_ok=True)
     if options.inside:
         from steps import play
-        return play(options, options.language[0], *options.inside)
+        home, frame, output = options.inside
+        sys.stdout = os.fdopen(int(output), "w")
+        return play(options, options.language[0], home, frame)
     languages = options.language or list(LANGUAGES)
     for language in languages:
         if play_on_a_screen(options, language) != 0:
@@ -56,11 +58,13 @@ def play_on_a_screen(options, language):
     print("== %s\n  Made a sample home: %s" % (LANGUAGES[language], made.strip()), flush=True)
     with Screen() as screen, tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as runtime, \
             tempfile.TemporaryFile("w+") as messages:
+        # The bus and what it starts talk at length; that is wanted only where something goes wrong.
+        output = os.dup(sys.stdout.fileno())
         again = [sys.executable, __file__, "--program", options.program, "--pictures", options.pictures,
-                 "--language", language, "--inside", home, screen.frame]
-        # The bus tells at length what it starts; that is wanted only where something goes wrong.
-        status = subprocess.run(["dbus-run-session", "--", *again], stderr=messages,
+                 "--language", language, "--inside", home, screen.frame, str(output)]
+        status = subprocess.run(["dbus-run-session", "--", *again], stdout=messages, stderr=messages, pass_fds=[output],
                                 env=environment(home, language, screen.name, runtime)).returncode
+        os.close(output)
         if status != 0:
             messages.seek(0)
             print(messages.read())
