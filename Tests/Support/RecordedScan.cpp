@@ -78,7 +78,6 @@ void expectCancellableAtEveryPoll(const Scanner& scanner) {
     // Outside the loop: g++ 12 takes a temporary one for uninitialised where it is optimised with the sanitizers.
     const ScanError cancelled = ScanError::cancelled();
     ASSERT_GT(all, 0) << "the scan never asks";
-    const ScanError cancelled = ScanError::cancelled();
     for (int stopAt = 1; stopAt <= all; ++stopAt) {
         polls = 0;
         const RecordedScan scan = record(scanner, [&polls, stopAt] { return ++polls >= stopAt; });
