@@ -8,7 +8,8 @@
 namespace tavrin {
 namespace {
 
-constexpr std::size_t kChunk = 1'048'576;
+/// Two of them fit into a processor's second cache, so that bytes are compared and hashed where they were just put.
+constexpr std::size_t kChunk = std::size_t{256} * 1024;
 /// Files that stay open between their chunks; of more than these each is opened anew for each chunk.
 constexpr std::size_t kMostOpen = 64;
 
@@ -63,7 +64,7 @@ bool ContentComparison::step(Set& set) {
             continue;
         }
         // While this one is compared or hashed, the system fetches the next.
-        if (i + 1 < set.candidates.size() && makeReady(set.candidates[i + 1]))
+        if (*got == kChunk && i + 1 < set.candidates.size() && makeReady(set.candidates[i + 1]))
             set.candidates[i + 1].reader->prefetch(set.offset, kChunk);
         if (equal.empty()) count = *got;
         if (*got == count && (equal.empty() || std::memcmp(first_.get(), buffer, count) == 0)) {
@@ -123,14 +124,17 @@ bool ContentComparison::makeReady(Candidate& candidate) {
 std::optional<std::size_t> ContentComparison::read(Candidate& candidate, std::uint64_t offset,
                                                    std::span<unsigned char> buffer) {
     if (!makeReady(candidate)) return std::nullopt;
+    const auto length = static_cast<std::uint64_t>(candidate.length);
     std::size_t count = 0;
     while (count < buffer.size()) {
         const std::optional<std::size_t> got = candidate.reader->readAt(offset + count, buffer.subspan(count));
         if (!got || *got == 0) break;
         count += *got;
+        // There was room for more, and no more came.
+        if (count < buffer.size() && offset + count == length) break;
     }
     // Somebody writes to it right now: it may go on without an end, and isn't what it was.
-    if (offset + count > static_cast<std::uint64_t>(candidate.length)) return std::nullopt;
+    if (offset + count > length) return std::nullopt;
     return count;
 }
 

@@ -11,6 +11,7 @@
 #include "TavrinCore/Strings.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <memory>
 #include <numeric>
@@ -29,6 +30,10 @@ constexpr int kFilesPerReport = 500;
 constexpr std::size_t kFilesAhead = 48;
 /// Files up to this size are fetched whole when they are fetched ahead; of others, what the fingerprint wants.
 constexpr std::int64_t kSmallFile = 65'536;
+/// A file that takes longer than this came from the disk and not from memory,
+constexpr std::chrono::microseconds kSlowRead{300};
+/// and then this many are fetched ahead.
+constexpr std::size_t kFilesPerSlowRead = 512;
 
 struct Candidate {
     Number file;
@@ -159,13 +164,15 @@ class DuplicateScanner::Run {
         for (const Number file : bucket) {
             if (run_.isCancelled()()) throw ScanError::cancelled();
             fetchAhead();
+            const auto begin = std::chrono::steady_clock::now();
             const std::optional<FileIdentifier> identifier = index_.identifier(file);
             const bool isLinked = identifier && linked.contains(*identifier);
             if (isLinked && seen.contains(*identifier)) continue;
-            const std::unique_ptr<FileReader> reader = open(file, FileReader::Expect::beginning);
+            const std::unique_ptr<FileReader> reader = open(file);
             if (reader == nullptr) continue;
             if (isLinked) seen.insert(*identifier);
             candidates.push_back({.file = file, .fingerprint = fingerprintOf(*reader)});
+            if (std::chrono::steady_clock::now() - begin > kSlowRead) fetchUntil_ = fingerprinted_ + kFilesPerSlowRead;
         }
         return candidates;
     }
@@ -182,12 +189,14 @@ class DuplicateScanner::Run {
         return twice;
     }
 
-    /// Lets the disk begin with the files that come next.
+    /// Lets the disk begin with the files that come next. Not where it is known by heart: there it would only cost.
     void fetchAhead() {
         ++fingerprinted_;
+        if (fingerprinted_ > fetchUntil_) return;
+        fetched_ = std::max(fetched_, fingerprinted_);
         for (; fetched_ < std::min(candidates_.size(), fingerprinted_ + kFilesAhead); ++fetched_) {
             const Number file = candidates_[fetched_];
-            const std::unique_ptr<FileReader> reader = open(file, FileReader::Expect::beginning);
+            const std::unique_ptr<FileReader> reader = open(file);
             if (reader == nullptr) continue;
             const std::int64_t size = index_.size(file);
             reader->prefetch(0, size <= kSmallFile ? static_cast<std::size_t>(size) : kFingerprintPrefix + 1);
@@ -195,7 +204,8 @@ class DuplicateScanner::Run {
     }
 
     /// The file that was met in the walk; nil for whatever stands at its path instead by now.
-    [[nodiscard]] std::unique_ptr<FileReader> open(Number file, FileReader::Expect expect) const {
+    [[nodiscard]] std::unique_ptr<FileReader> open(Number file,
+                                                   FileReader::Expect expect = FileReader::Expect::beginning) const {
         std::unique_ptr<FileReader> reader = FileReader::open(index_.url(file), expect);
         if (reader == nullptr) return nullptr;
         const Result<FileStatus> status = reader->status();
@@ -230,7 +240,10 @@ class DuplicateScanner::Run {
     std::vector<std::span<const Number>> buckets_;
     std::size_t fingerprinted_ = 0;
     std::size_t fetched_ = 0;
-    ContentComparison::Open openWhole_ = [this](Number file) { return open(file, FileReader::Expect::whole); };
+    std::size_t fetchUntil_ = 0;
+    ContentComparison::Open openWhole_ = [this](Number file) {
+        return open(file, index_.size(file) <= kSmallFile ? FileReader::Expect::beginning : FileReader::Expect::whole);
+    };
     ContentComparison comparison_{openWhole_, run_.isCancelled()};
     std::int64_t selectedBytes_ = 0;
 };

@@ -40,6 +40,12 @@ class OpenFile final : public FileReader {
     }
 
     Result<FileStatus> status() override {
+        if (!status_) status_ = ask();
+        return *status_;
+    }
+
+  private:
+    [[nodiscard]] Result<FileStatus> ask() const {
         constexpr unsigned fields = kStatxSizes | kStatxIdentifier;
         struct statx status {};
         if (::statx(file_.number(), "", kStatxLook | AT_EMPTY_PATH, fields, &status) != 0)
@@ -47,8 +53,8 @@ class OpenFile final : public FileReader {
         return statusFrom(status, fields);
     }
 
-  private:
     Descriptor file_;
+    std::optional<Result<FileStatus>> status_;
 };
 
 }  // namespace
