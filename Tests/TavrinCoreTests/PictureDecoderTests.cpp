@@ -117,6 +117,14 @@ TEST(PictureDecoder, readsEveryFormOfBMP) {
                         "form " + std::to_string(static_cast<int>(form)));
 }
 
+TEST(PictureDecoder, aBMPWithMasksOfNothingIsBlack) {
+    std::string bytes = test::asBMP(drawnScene(5, 63, 1), BMPForm::masks16);
+    bytes.replace(14 + 40, 12, 12, '\0');
+    const std::optional<GreyPicture> black = decoded(bytes);
+    ASSERT_TRUE(black);
+    EXPECT_EQ(black->pixels, std::vector<std::uint8_t>(63, 0));
+}
+
 TEST(PictureDecoder, putsAGIFsFrameOnItsCanvas) {
     const ColourPicture picture = drawnScene(6, 100, 60);
     expectLooksLike(test::asGIF(picture, {.isInterlaced = true}), picture, 8, "interlaced");

@@ -153,7 +153,9 @@ class BMPReader {
             return palette_[(row[bit / 8] >> shift) & ((1U << bits_) - 1U)];
         }
         const std::uint8_t* pixel = row + x * (bits_ / 8);
-        if (red_.bits == 0 && green_.bits == 0 && blue_.bits == 0) return brightness(pixel[2], pixel[1], pixel[0]);
+        // Without masks, three bytes are the colours. Masks of nothing in two bytes are black.
+        if (bits_ >= 24 && red_.bits == 0 && green_.bits == 0 && blue_.bits == 0)
+            return brightness(pixel[2], pixel[1], pixel[0]);
         const std::uint32_t value = little(pixel, bits_ / 8);
         return brightness(red_.in(value), green_.in(value), blue_.in(value));
     }
