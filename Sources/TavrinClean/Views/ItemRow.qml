@@ -3,6 +3,10 @@ import Tavrin.Theme
 import Tavrin.Views
 import Tavrin.Words
 
+// What only some rows show is made for those alone: hundreds of rows are made while somebody scrolls. The components are the
+// row's own, and see its ids.
+// qmllint disable unqualified
+
 /**
  * One finding in the list of results.
  *
@@ -78,17 +82,19 @@ Item {
         checkState: root.ticked ? Qt.Checked : Qt.Unchecked
         onTicked: root.toggled()
     }
-    IconButton {
-        id: chevron
-
+    Loader {
         anchors { left: mark.right; verticalCenter: parent.verticalCenter }
-        implicitWidth: 24
-        visible: root.isFolder
-        focusPolicy: Qt.NoFocus
-        symbol: root.expanded ? "chevron.down" : "chevron.right"
-        name: root.expanded ? S.windowHideContents : S.windowShowContents
-        size: 14
-        onClicked: root.expandToggled()
+        active: root.isFolder
+        sourceComponent: Component {
+            IconButton {
+                implicitWidth: 24
+                focusPolicy: Qt.NoFocus
+                symbol: root.expanded ? "chevron.down" : "chevron.right"
+                name: root.expanded ? S.windowHideContents : S.windowShowContents
+                size: 14
+                onClicked: root.expandToggled()
+            }
+        }
     }
     RowIcon {
         id: icon
@@ -117,23 +123,21 @@ Item {
 
                 // Copies bear one name: where each lies tells them apart.
                 HoverHandler { id: nameHover }
-                HelpTip { wanted: nameHover.hovered; text: nameHover.hovered ? Files.placeOf(root.url) : "" }
+                Loader {
+                    anchors.fill: parent
+                    active: nameHover.hovered
+                    sourceComponent: Component { HelpTip { wanted: true; text: Files.placeOf(root.url) } }
+                }
             }
-            Symbol {
+            Loader {
                 id: warning
 
                 anchors.verticalCenter: parent.verticalCenter
-                visible: root.runningHelp.length > 0
-                key: "exclamationmark.triangle.fill"
-                size: 15
-                color: Brand.gold
-                Accessible.role: Accessible.StaticText
-                Accessible.name: S.windowAppIsOpen
-                Accessible.description: root.runningHelp
-                Accessible.ignored: !visible
-
-                HoverHandler { id: warningHover }
-                HelpTip { wanted: warningHover.hovered || (root.current && root.activeFocus && warning.visible); text: root.runningHelp }
+                active: root.runningHelp.length > 0
+                visible: active
+                sourceComponent: Component {
+                    RunningMark { help: root.runningHelp; pointedAt: root.current && root.activeFocus }
+                }
             }
         }
         Text {
@@ -146,10 +150,10 @@ Item {
             font: root.detailIsPath ? Theme.monospaced : Theme.caption
             color: Brand.muted
         }
-        MailBadge {
-            visible: root.mailBadge.length > 0
-            text: root.mailBadge
-            redownloads: root.redownloads
+        Loader {
+            active: root.mailBadge.length > 0
+            visible: active
+            sourceComponent: Component { MailBadge { text: root.mailBadge; redownloads: root.redownloads } }
         }
     }
     Row {
@@ -158,37 +162,29 @@ Item {
         anchors { right: parent.right; rightMargin: 14; verticalCenter: parent.verticalCenter }
         spacing: 10
 
-        Symbol {
+        Loader {
             anchors.verticalCenter: parent.verticalCenter
-            visible: root.date.length > 0
-            key: "calendar"
-            size: 14
-            color: Brand.muted
-        }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: root.date.length > 0
-            text: root.date
-            textFormat: Text.PlainText
-            font: Theme.caption
-            color: Brand.muted
+            active: root.date.length > 0
+            visible: active
+            sourceComponent: Component { DateMark { date: root.date } }
         }
         // Its place is kept in lists of dates, so that these stand below one another.
-        Item {
-            width: eye.width
-            height: eye.height
+        Loader {
+            width: 28
+            height: 28
             visible: root.isImage || root.date.length > 0
+            active: root.isImage
+            sourceComponent: Component {
+                IconButton {
+                    id: eye
 
-            IconButton {
-                id: eye
+                    focusPolicy: Qt.NoFocus
+                    symbol: "eye"
+                    name: S.actionQuickLook
+                    onClicked: root.preview()
 
-                visible: root.isImage
-                focusPolicy: Qt.NoFocus
-                symbol: "eye"
-                name: S.actionQuickLook
-                onClicked: root.preview()
-
-                HelpTip { wanted: eye.hovered; text: S.actionQuickLook }
+                    HelpTip { wanted: eye.hovered; text: S.actionQuickLook }
+                }
             }
         }
         Text {

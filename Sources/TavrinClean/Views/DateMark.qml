@@ -1,0 +1,29 @@
+import QtQuick
+import Tavrin.Theme
+
+/**
+ * The day on which a file arrived.
+ *
+ * DateMark { date: row.dateText }
+ */
+Row {
+    id: root
+
+    required property string date
+
+    spacing: 10
+
+    Symbol {
+        anchors.verticalCenter: parent.verticalCenter
+        key: "calendar"
+        size: 14
+        color: Brand.muted
+    }
+    Text {
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.date
+        textFormat: Text.PlainText
+        font: Theme.caption
+        color: Brand.muted
+    }
+}
