@@ -10,7 +10,8 @@ Item {
     id: page
 
     width: 1120
-    height: 740
+    // Tall enough for all rows, and some room below them.
+    height: 1400
 
     ContentView { id: content; anchors.fill: parent }
 
@@ -76,6 +77,14 @@ Item {
             compare(content.selection, "")
             verify(rows().every(row => !row.selected))
             compare(detail().screen, "smartScan")
+        }
+
+        function test_aClickBelowTheLastRowDeselectsAndOneOnATitleDoesNot() {
+            content.selection = "history"
+            mouseClick(Find.named(content, S.sectionCleanup))
+            compare(content.selection, "history")
+            mouseClick(content, 100, 1390)
+            compare(content.selection, "")
         }
 
         function test_aScreenThatIsNotBuiltSaysSo_data() {

@@ -20,7 +20,8 @@ QString& complaints() {
 
 // By the toolkit's own words: it has no other way to tell this from a platform that isn't installed.
 bool isForLackOfADisplay() {
-    return complaints().contains(QStringLiteral("could not connect to display"));
+    return complaints().contains(QStringLiteral("could not connect to display")) ||
+           complaints().contains(QStringLiteral("Failed to create wl_display"));
 }
 
 void hear(QtMsgType type, const QMessageLogContext& context, const QString& message) {

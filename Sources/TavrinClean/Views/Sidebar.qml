@@ -91,7 +91,11 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: BrandScrollBar {}
 
-        TapHandler { onTapped: root.chosen("") }
+        TapHandler {
+            onTapped: eventPoint => {
+                if (list.mapFromItem(null, eventPoint.scenePosition).y > list.height) root.chosen("")
+            }
+        }
 
         Column {
             id: list
