@@ -2,6 +2,7 @@
 #include "TavrinClean/KitModule/KitTypes.h"
 #include "TavrinClean/Platform/SingleInstance.h"
 #include "TavrinClean/Program/DisplayCheck.h"
+#include "TavrinClean/Program/FirstFrame.h"
 #include "TavrinClean/Program/GraphicsProbe.h"
 #include "TavrinClean/Theme/InstallTheme.h"
 #include "TavrinCore/Strings.h"
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
     engine.load(QUrl(QStringLiteral("qrc:/Window.qml")));
     if (engine.rootObjects().isEmpty()) return 2;
     QObject* const window = engine.rootObjects().constFirst();
+    tavrin::logFirstFrame(*window);
     QObject::connect(&instance, &tavrin::SingleInstance::activated, window,
                      [window] { QMetaObject::invokeMethod(window, "bringToFront"); });
     const int status = QGuiApplication::exec();
