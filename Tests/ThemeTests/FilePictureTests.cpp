@@ -136,6 +136,7 @@ TEST(PreviewFacts, theBeginningOfATextIsEnough) {
     EXPECT_TRUE(facts.isText);
     EXPECT_EQ(facts.text.size(), 64 * 1024);
     EXPECT_EQ(facts.bytes, 200'000);
+    EXPECT_FALSE(facts.created.isEmpty());
     EXPECT_FALSE(facts.modified.isEmpty());
 }
 

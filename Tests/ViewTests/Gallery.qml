@@ -220,7 +220,7 @@ Item {
         cancelTitle: S.actionCancel
         confirmTitle: S.moduleConfirmAction
     }
-    QuickLookSheet { title: S.actionQuickLook }
+    QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
 
     component CardContent: Row {
         id: card

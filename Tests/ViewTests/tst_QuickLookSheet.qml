@@ -11,7 +11,7 @@ Item {
     height: 640
 
     GhostButton { id: below; text: "Below" }
-    QuickLookSheet { id: sheet; title: "Quick Look" }
+    QuickLookSheet { id: sheet; title: "Quick Look"; created: "Created"; modified: "Modified" }
 
     TestCase {
         name: "QuickLookSheet"

@@ -23,7 +23,7 @@ Window {
     color: Brand.deepest
 
     ContentView { anchors.fill: parent }
-    QuickLookSheet { title: S.actionQuickLook }
+    QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
 
     Shortcut {
         sequences: [StandardKey.Quit, StandardKey.Close]

@@ -2,18 +2,15 @@
 
 #include "FileKind.h"
 #include "TavrinCore/Models/URL.h"
+#include "TavrinCore/Platform/FileReader.h"
+#include "TavrinCore/Platform/FileStatus.h"
 #include "TavrinCore/Scanning/ByteFormatter.h"
-#include "TavrinCore/Strings.h"
+#include "TavrinCore/Scanning/DateText.h"
 
-#include <QDateTime>
-#include <QLocale>
 #include <QThreadPool>
-#include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
-#include <system_error>
 #include <utility>
+#include <vector>
 
 namespace tavrin {
 namespace {
@@ -21,22 +18,18 @@ namespace {
 constexpr std::size_t textBytes = 64 * 1024;
 
 QString nameOf(const URL& url) {
-    return QString::fromStdString(displayText(url.lastPathComponent()));
+    return QString::fromStdString(lineText(url.lastPathComponent()));
 }
 
-QString readText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes(textBytes, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return safeText(std::move(bytes));
+QString readText(const URL& url) {
+    const std::unique_ptr<FileReader> file = FileReader::open(url, FileReader::Expect::beginning);
+    std::vector<unsigned char> bytes(textBytes);
+    const std::size_t count = file != nullptr ? file->read(bytes).value_or(0) : 0;
+    return safeText(std::string(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)));
 }
 
-QString shownDate(std::filesystem::file_time_type time) {
-    const auto sinceEpoch = std::chrono::file_clock::to_sys(time).time_since_epoch();
-    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(sinceEpoch).count();
-    const QLocale locale(S::useEnglish() ? QLocale::English : QLocale::Spanish);
-    return locale.toString(QDateTime::fromMSecsSinceEpoch(milliseconds), QLocale::ShortFormat);
+QString shownDate(const std::optional<Date>& date) {
+    return date ? QString::fromStdString(dateAndTimeText(*date)) : QString();
 }
 
 // The marks that turn the direction of text: a name or a text could disguise itself with them.
@@ -60,19 +53,17 @@ QString safeText(std::string bytes) {
 PreviewFacts previewFacts(const URL& url) {
     PreviewFacts facts;
     facts.name = nameOf(url);
-    std::error_code error;
-    const std::filesystem::path path(url.path());
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (error || !std::filesystem::exists(status)) return facts;
+    const Result<FileStatus> status = fileStatus(url, LastLink::follow);
+    if (!status) return facts;
 
-    facts.isDirectory = std::filesystem::is_directory(status);
-    if (const auto time = std::filesystem::last_write_time(path, error); !error) facts.modified = shownDate(time);
+    facts.isDirectory = status->type == FileType::directory;
+    facts.created = shownDate(status->created);
+    facts.modified = shownDate(status->modified);
     // Nothing but a regular file is read: a pipe would wait for a writer.
-    if (!std::filesystem::is_regular_file(status)) return facts;
-    if (const auto size = std::filesystem::file_size(path, error); !error)
-        facts.bytes = static_cast<std::int64_t>(size);
+    if (status->type != FileType::regular) return facts;
+    facts.bytes = status->size;
     facts.isText = fileKind(url).isText;
-    if (facts.isText) facts.text = readText(url.path());
+    if (facts.isText) facts.text = readText(url);
     return facts;
 }
 

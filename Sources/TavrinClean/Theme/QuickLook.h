@@ -22,6 +22,8 @@ struct PreviewFacts {
     bool isDirectory = false;
     /// Nil when the file can't be asked.
     std::optional<std::int64_t> bytes;
+    /// Day and time; empty where the file system keeps none.
+    QString created;
     QString modified;
 };
 
@@ -45,6 +47,7 @@ class QuickLook : public QObject {
     Q_PROPERTY(QString text READ text NOTIFY factsChanged FINAL)
     Q_PROPERTY(bool isText READ isText NOTIFY factsChanged FINAL)
     Q_PROPERTY(QString size READ size NOTIFY factsChanged FINAL)
+    Q_PROPERTY(QString created READ created NOTIFY factsChanged FINAL)
     Q_PROPERTY(QString modified READ modified NOTIFY factsChanged FINAL)
     /// Size and date in one line, as far as they are known.
     Q_PROPERTY(QString summary READ summary NOTIFY factsChanged FINAL)
@@ -61,6 +64,7 @@ class QuickLook : public QObject {
     [[nodiscard]] QString text() const { return facts_.text; }
     [[nodiscard]] bool isText() const { return facts_.isText; }
     [[nodiscard]] QString size() const;
+    [[nodiscard]] QString created() const { return facts_.created; }
     [[nodiscard]] QString modified() const { return facts_.modified; }
     [[nodiscard]] QString summary() const;
 

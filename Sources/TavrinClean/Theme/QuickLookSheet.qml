@@ -10,13 +10,16 @@ import Tavrin.Theme
  * Shows the file that QuickLook names, over the whole window: a picture, the beginning of a text, or what is known of it.
  * Esc and Space close it. One stands in each window.
  *
- * QuickLookSheet { title: S.actionQuickLook }
+ * QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
  */
 T.Popup {
     id: root
 
     /// What it is, for screen readers; the file's name is added.
     required property string title
+    /// What stands before the two dates of a file that can't be shown.
+    required property string created
+    required property string modified
 
     readonly property bool wanted: QuickLook.url.length > 0
     readonly property bool showsPicture: picture.status === Image.Ready && picture.implicitWidth > 0
@@ -120,11 +123,32 @@ T.Popup {
                     }
                 }
             }
-            RowIcon {
+            Column {
                 anchors.centerIn: parent
                 visible: !QuickLook.isText && !root.showsPicture
-                url: QuickLook.url
-                size: 128
+                spacing: Theme.spacing
+
+                RowIcon {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    url: QuickLook.url
+                    size: 128
+                }
+                Repeater {
+                    model: [
+                        { label: root.created, date: QuickLook.created },
+                        { label: root.modified, date: QuickLook.modified }
+                    ]
+
+                    BrandText {
+                        required property var modelData
+
+                        anchors.horizontalCenter: parent?.horizontalCenter
+                        visible: modelData.date.length > 0
+                        text: modelData.label + " " + modelData.date
+                        font: Theme.caption
+                        color: Brand.muted
+                    }
+                }
             }
         }
     }
