@@ -25,10 +25,21 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
     switch (kind) {
         case ModuleKind::systemJunk:
             return std::make_unique<SystemJunkScanner>(scannerDefaults::SystemJunk::includePrivileged);
+        case ModuleKind::duplicates:
+            return std::make_unique<DuplicateScanner>(std::nullopt, scannerDefaults::Duplicates::minimumSizeBytes);
         case ModuleKind::largeFiles:
             return std::make_unique<LargeFilesScanner>(std::nullopt, scannerDefaults::LargeFiles::largeThresholdBytes,
                                                        scannerDefaults::LargeFiles::staleInterval,
                                                        scannerDefaults::LargeFiles::includeTrash);
+        case ModuleKind::uninstaller:
+            return std::make_unique<AppUninstaller>();
+        case ModuleKind::similarImages:
+            return std::make_unique<SimilarImagesScanner>(std::nullopt, scannerDefaults::SimilarImages::threshold,
+                                                          scannerDefaults::SimilarImages::minimumSizeBytes);
+        case ModuleKind::appLanguages:
+            return std::make_unique<AppLanguageScanner>();
+        case ModuleKind::loginItems:
+            return std::make_unique<LoginItemsScanner>(scannerDefaults::LoginItems::includePrivileged);
         case ModuleKind::developerJunk:
             return std::make_unique<DeveloperJunkScanner>(std::nullopt, std::nullopt,
                                                           scannerDefaults::DeveloperJunk::maxDepth);
@@ -44,19 +55,8 @@ std::unique_ptr<Scanner> ScannerFactory::makeScanner(ModuleKind kind) {
             return std::make_unique<IOSBackupScanner>();
         case ModuleKind::messagesAttachments:
             return std::make_unique<MessagesAttachmentsScanner>(scannerDefaults::MessagesAttachments::minSizeBytes);
-        case ModuleKind::uninstaller:
-            return std::make_unique<AppUninstaller>();
-        case ModuleKind::appLanguages:
-            return std::make_unique<AppLanguageScanner>();
-        case ModuleKind::loginItems:
-            return std::make_unique<LoginItemsScanner>(scannerDefaults::LoginItems::includePrivileged);
         case ModuleKind::unusedApps:
             return std::make_unique<UnusedAppsScanner>(scannerDefaults::UnusedApps::unusedAfterDays);
-        case ModuleKind::duplicates:
-            return std::make_unique<DuplicateScanner>(std::nullopt, scannerDefaults::Duplicates::minimumSizeBytes);
-        case ModuleKind::similarImages:
-            return std::make_unique<SimilarImagesScanner>(std::nullopt, scannerDefaults::SimilarImages::threshold,
-                                                          scannerDefaults::SimilarImages::minimumSizeBytes);
         default:
             throw std::logic_error("no scanner yet for " + std::string(rawValue(kind)));
     }

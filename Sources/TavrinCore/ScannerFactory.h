@@ -14,7 +14,7 @@ class ScannerFactory {
   public:
     ScannerFactory() = delete;
 
-    /// Whether the module's scanner is built. True for all fifteen once the last one stands.
+    /// Whether the module's scanner is built: all fifteen are. A module that is added says so here once its own stands.
     [[nodiscard]] static constexpr bool hasScanner(ModuleKind kind) {
         switch (kind) {
             case ModuleKind::systemJunk:
