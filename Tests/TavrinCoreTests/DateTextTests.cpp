@@ -69,6 +69,15 @@ TEST(DateText, threadsMayAskForItAllAtOnce) {
     EXPECT_NE(texts.front(), "");
 }
 
+TEST(DetailText, aNameOfSomebodyElsesKeepsToItsLineAndItsLength) {
+    EXPECT_EQ(detailName("Ana's iPhone"), "Ana's iPhone");
+    EXPECT_EQ(detailName("two\nlines"), "two\uFFFDlines");
+    EXPECT_EQ(detailName("turned \u202E round"), "turned \uFFFD round");
+    EXPECT_EQ(detailName(std::string(255, 'x')), std::string(255, 'x'));
+    EXPECT_EQ(detailName(std::string(10'000'000, 'x')), std::string(255, 'x') + "\u2026");
+    EXPECT_EQ(detailName(std::string(254, 'x') + "ñandú"), std::string(254, 'x') + "\u2026") << "characters stay whole";
+}
+
 TEST(DetailText, aDateStandsBehindADot) {
     const Date date = Date::fromUnix(kSecondOfJanuary);
     EXPECT_EQ(joinedDetail("app", "node_modules"), "app · node_modules");

@@ -37,7 +37,7 @@ std::optional<std::string_view> languageFolderCode(const URL& entry) {
 }
 
 std::string detailOf(const URL& app, bool isFromStore) {
-    const std::string name = displayText(appName(app));
+    const std::string name = detailName(appName(app));
     return isFromStore ? joinedDetail(name, S::moduleMASProtected()) : name;
 }
 

@@ -82,7 +82,7 @@ void BrowserCacheScanner::findInProfiles(ScanRun& run) const {
         run.throwIfCancelled();
         for (const URL& profile : run.children(support.appendingPathComponent(path, true))) {
             if (!profile.hasDirectoryPath()) continue;
-            const std::string label = joinedDetail(browser, displayText(profile.lastPathComponent()));
+            const std::string label = joinedDetail(browser, detailName(profile.lastPathComponent()));
             for (const std::string_view cache : kChromiumCacheSubdirs)
                 considerFolder(run, profile.appendingPathComponent(cache, true), label);
         }

@@ -71,7 +71,7 @@ class BuildDirs final : public WalkVisitor {
 /// "app · node_modules".
 std::string projectDetail(const URL& buildDir) {
     const URL project = buildDir.deletingLastPathComponent();
-    return joinedDetail(displayText(project.lastPathComponent()), displayText(buildDir.lastPathComponent()));
+    return joinedDetail(detailName(project.lastPathComponent()), detailName(buildDir.lastPathComponent()));
 }
 
 }  // namespace

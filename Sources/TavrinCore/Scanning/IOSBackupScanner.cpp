@@ -21,7 +21,7 @@ PropertyList readList(const URL& backup, std::string_view name) {
 
 std::string deviceName(const PropertyList& info) {
     for (const std::string_view key : {"Device Name", "Display Name"}) {
-        if (const std::string* name = info.string(key); name != nullptr) return displayText(*name);
+        if (const std::string* name = info.string(key); name != nullptr) return detailName(*name);
     }
     return S::detailIOSDevice();
 }
@@ -44,7 +44,7 @@ std::string IOSBackupScanner::describe(const URL& backup) {
     const PropertyList status = readList(backup, "Status.plist");
     std::string text = deviceName(info);
     if (const std::string* model = info.string("Product Name"); model != nullptr)
-        text.append(" (").append(displayText(*model)).append(")");
+        text.append(" (").append(detailName(*model)).append(")");
     return detailWithDate(text, backupDate(backup, info, status));
 }
 

@@ -47,8 +47,8 @@ std::string_view lastComponent(std::string_view path) {
 
 std::string detailOf(const PropertyList& agent, const std::string* program) {
     std::vector<std::string> parts;
-    if (const std::string* label = agent.string("Label")) parts.push_back(displayText(*label));
-    if (program != nullptr) parts.push_back(std::string(kStarts) + displayText(lastComponent(*program)));
+    if (const std::string* label = agent.string("Label")) parts.push_back(detailName(*label));
+    if (program != nullptr) parts.push_back(std::string(kStarts) + detailName(lastComponent(*program)));
     if (agent.boolean("RunAtLoad").value_or(false)) parts.push_back(S::detailRunsAtLogin());
     std::string detail = parts.empty() ? std::string() : parts.front();
     for (std::size_t i = 1; i < parts.size(); ++i)
