@@ -164,6 +164,15 @@ TEST(DuplicateScanner, copiesThatOccupyDifferentSizesAreNotCompared) {
     EXPECT_THAT(scanOf(world).items, IsEmpty());
 }
 
+TEST(DuplicateScanner, copiesAreFoundAmongFilesOfOtherLengthsThatOccupyTheSame) {
+    const TestFolder world;
+    for (std::size_t length : {20'478U, 20'479U, 20'480U})
+        world.file("other" + std::to_string(length), std::string(length, 'x'));
+    world.file("a", std::string(20'477, 'x'));
+    world.file("b", std::string(20'477, 'x'));
+    EXPECT_THAT(scanOf(world).names(), testing::UnorderedElementsAre("a", "b"));
+}
+
 TEST(DuplicateScanner, linksHiddenFilesAndThoseInsideBundlesAreNoCopies) {
     const TestFolder world;
     world.file("file", largeContents());

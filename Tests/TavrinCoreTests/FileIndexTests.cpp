@@ -22,6 +22,7 @@ TEST(FileIndex, givesBackWhatItWasGiven) {
     EXPECT_EQ(index.url(0), url);
     EXPECT_EQ(index.name(0), "one.jpg");
     EXPECT_EQ(index.size(0), 4'096);
+    EXPECT_EQ(index.length(0), 100);
     EXPECT_EQ(index.modified(0), Date::fromUnix(1'000, 5));
     EXPECT_EQ(index.identifier(0), status.identifier);
 }
@@ -30,6 +31,7 @@ TEST(FileIndex, aFileWithoutADateCountsAsTheNewest) {
     FileIndex index;
     index.add(URL::fromPath("/a"), {.type = FileType::regular});
     EXPECT_EQ(index.modified(0), Date::distantFuture);
+    EXPECT_EQ(index.length(0), std::nullopt);
     EXPECT_EQ(index.identifier(0), std::nullopt);
 }
 

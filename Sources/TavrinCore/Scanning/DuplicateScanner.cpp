@@ -132,6 +132,20 @@ class DuplicateScanner::Run {
         candidates_ = std::move(bySize);
         forEachRun(std::span<const Number>(candidates_), isSameSize,
                    [this](std::span<const Number> bucket) { buckets_.push_back(bucket); });
+        isAlone_.resize(index_.count());
+        for (const std::span<const Number> bucket : buckets_)
+            markThoseAlone(bucket);
+    }
+
+    /// Files that occupy the same differ in length as often as not: with a length of its own, one needn't be opened.
+    void markThoseAlone(std::span<const Number> bucket) {
+        std::vector<Number> byLength(bucket.begin(), bucket.end());
+        const auto length = [this](Number file) { return index_.length(file); };
+        std::ranges::sort(byLength, {}, length);
+        const auto isSameLength = [&length](Number a, Number b) { return length(a) == length(b); };
+        forEachRun(std::span<const Number>(byLength), isSameLength, [&](std::span<const Number> same) {
+            if (same.size() == 1 && length(same.front())) isAlone_[same.front()] = true;
+        });
     }
 
     void compare(std::span<const Number> bucket) {
@@ -164,6 +178,7 @@ class DuplicateScanner::Run {
         for (const Number file : bucket) {
             if (run_.isCancelled()()) throw ScanError::cancelled();
             fetchAhead();
+            if (isAlone_[file]) continue;
             const auto begin = std::chrono::steady_clock::now();
             const std::optional<FileIdentifier> identifier = index_.identifier(file);
             const bool isLinked = identifier && linked.contains(*identifier);
@@ -196,6 +211,7 @@ class DuplicateScanner::Run {
         fetched_ = std::max(fetched_, fingerprinted_);
         for (; fetched_ < std::min(candidates_.size(), fingerprinted_ + kFilesAhead); ++fetched_) {
             const Number file = candidates_[fetched_];
+            if (isAlone_[file]) continue;
             const std::unique_ptr<FileReader> reader = open(file);
             if (reader == nullptr) continue;
             const std::int64_t size = index_.size(file);
@@ -238,6 +254,8 @@ class DuplicateScanner::Run {
     /// All buckets, one behind the other, and where each lies.
     std::vector<Number> candidates_;
     std::vector<std::span<const Number>> buckets_;
+    /// By number: no other file has its length, so none has its contents.
+    std::vector<bool> isAlone_;
     std::size_t fingerprinted_ = 0;
     std::size_t fetched_ = 0;
     std::size_t fetchUntil_ = 0;

@@ -35,6 +35,7 @@ void FileIndex::add(const URL& file, const FileStatus& status) {
     const std::string_view path = file.path();
     const std::size_t slash = path.rfind('/');
     files_.push_back({.size = status.measure(),
+                      .length = status.size.value_or(-1),
                       .modified = status.modified.value_or(Date::distantFuture),
                       .inode = status.identifier ? status.identifier->inode : 0,
                       .name = texts_.add(path.substr(slash + 1)),
@@ -72,6 +73,10 @@ URL FileIndex::url(Number file) const {
     for (auto part = parts.rbegin() + 1; part != parts.rend(); ++part)
         path.append("/").append(*part);
     return URL::fromPath(path, false);
+}
+
+std::optional<std::int64_t> FileIndex::length(Number file) const {
+    return files_[file].length >= 0 ? std::optional(files_[file].length) : std::nullopt;
 }
 
 std::optional<FileIdentifier> FileIndex::identifier(Number file) const {

@@ -1,4 +1,4 @@
-// Very many files in little memory: about 50 bytes a file besides its name, so that millions of them can be held.
+// Very many files in little memory: about 60 bytes a file besides its name, so that millions of them can be held.
 //
 // A folder's path is held once, relative to a folder above it. Files come in the order of a walk, depth first; in any
 // other order the index stays right and only grows larger.
@@ -49,6 +49,8 @@ class FileIndex {
     [[nodiscard]] std::string_view name(Number file) const { return texts_.at(files_[file].name); }
     /// The measure: what the file occupies on disk.
     [[nodiscard]] std::int64_t size(Number file) const { return files_[file].size; }
+    /// Bytes that can be read, nil where the file system doesn't tell.
+    [[nodiscard]] std::optional<std::int64_t> length(Number file) const;
     /// Date::distantFuture for a file without a date.
     [[nodiscard]] Date modified(Number file) const { return files_[file].modified; }
     [[nodiscard]] std::optional<FileIdentifier> identifier(Number file) const;
@@ -58,6 +60,8 @@ class FileIndex {
 
     struct File {
         std::int64_t size;
+        /// -1 for none.
+        std::int64_t length;
         Date modified;
         std::uint64_t inode;
         TextArena::Position name;
