@@ -1,4 +1,4 @@
-"""What the tour does, step by step. Each step says what it did and what it saw; the first thing that doesn't hold ends it."""
+"""What the tour does, step by step. Each step says what it did and saw; the first thing that doesn't hold ends it."""
 
 import os
 import pathlib
@@ -7,17 +7,15 @@ import subprocess
 import time
 
 from desktop import Banners, trash_list
-from screen import take_picture
-from window import Window, act, is_checked, wait_for
-from words import Words
-
-ROOT = pathlib.Path(__file__).resolve().parents[3]
+from modules import go_through_all
+from visit import Visit, check, check_same
+from window import act, is_checked, wait_for
 
 
 def play(options, language, home, frame):
-    tour = Tour(options, language, home, frame)
-    before = tour.manifest()
     with Banners() as banners:
+        tour = Tour(options, language, home, frame, banners)
+        before = tour.manifest()
         tour.start()
         try:
             tour.agree()
@@ -27,12 +25,14 @@ def play(options, language, home, frame):
             tour.look_inside()
             tour.untick_one()
             tour.clean()
-            tour.check_the_trash(banners)
+            tour.check_the_trash()
             tour.start_twice()
             tour.start_without_a_display()
             tour.quit()
             tour.start()
             tour.put_back()
+            check_same(before, tour.manifest())
+            go_through_all(tour)
             tour.quit()
         except Exception:
             tour.tell_what_is_there()
@@ -41,68 +41,13 @@ def play(options, language, home, frame):
             if tour.window is not None:
                 tour.window.close()
     after = tour.manifest()
-    check(before == after, "the home is as it was", difference(before, after))
+    check_same(before, after)
     tour.say("Compared the home with what it was: %d entries, every byte, time and mode the same." % len(before))
     return 0
 
 
-class Tour:
-    def __init__(self, options, language, home, frame):
-        self.options, self.language, self.home, self.frame = options, language, home, frame
-        self.words = Words(language)
-        self.window = None
-        self.paths = 0
-        self.size = ""
-        self._pictures = 0
-
-    # Telling
-
-    def say(self, line):
-        print("  " + line, flush=True)
-
-    def picture(self, name):
-        self._pictures += 1
-        time.sleep(0.6)  # nothing is asked of the picture but that it shows the end of an animation
-        take_picture(self.frame, pathlib.Path(self.options.pictures) /
-                     ("%s-%02d-%s.png" % (self.language, self._pictures, name)))
-
-    def tell_what_is_there(self):
-        """For whoever must find out why a step didn't hold."""
-        if self.window is not None:
-            self.picture("failure")
-            print(self.window.tree(), flush=True)
-
-    def manifest(self):
-        """One line for each entry of the home, but for what the program itself keeps there."""
-        own = [".local/share/Trash", ".local/share/Tavrin Clean", ".config/tavrin-clean"]
-        command = [str(ROOT / "scripts" / "home-manifest"), self.home, "--no-folder-times"]
-        for path in own:
-            command += ["--without", path]
-        lines = subprocess.run(command, check=True, capture_output=True, text=True).stdout.splitlines()
-        # The folders that the program's own lie in come with them.
-        return [line for line in lines if line.split("\t")[-1] not in (".local", ".local/share", ".config")]
-
-    # Seeing
-
-    def numbers(self, key, role="label"):
-        """The values of the counted message that stands on the window now, or nothing."""
-        pattern = message_pattern(self.words, key)
-        for node in self.window.all(role):
-            if match := pattern.fullmatch(node.name or ""):
-                return match.groups()
-        return None
-
-    def wait_for_numbers(self, key):
-        return wait_for(lambda: self.numbers(key), "the text of “%s”" % key)
-
-    def rows(self):
-        results = self.window.find("list", self.words.windowResults)
-        return self.window.all("list item", within=results)
-
-    # The steps
-
-    def start(self):
-        self.window = Window(self.options.program)
+class Tour(Visit):
+    """On one module, everything that its screen can do."""
 
     def agree(self):
         window, words = self.window, self.words
@@ -170,9 +115,8 @@ class Tour:
         self.say("Sorted by name: the first group begins with %s." % names[0])
 
     def names_of_the_first_group(self):
-        results = self.window.find("list", self.words.windowResults)
         names = []
-        for node in self.window._nodes(results):
+        for node in self.window.everything(self.results()):
             if node.getRoleName() == "heading" and names:
                 break
             if node.getRoleName() == "list item":
@@ -195,40 +139,31 @@ class Tour:
         row = next(row for row in self.rows() if is_checked(row))
         window.click(row)
         window.keys("space")
-        wait_for(lambda: self.numbers("moduleSelectedCount") == (str(self.ticked - 1),), "one tick less")
+        self.wait_for_ticks(self.ticked - 1)
         self.kept = row.name
         self.say("Unticked %s with the space bar: %d stay ticked." % (self.kept, self.ticked - 1))
 
     def clean(self):
-        window, words = self.window, self.words
-        window.press("push button", words.actionClean)
-        dialog = window.find("dialog", words.moduleConfirmTitle)
-        wait_for(lambda: window.focused() and window.focused().name == words.actionCancel, "the safe button's focus")
-        asked, size = message_pattern(words, "moduleConfirmMove").match(dialog.description).groups()
+        window = self.window
+        asked, size = self.ask_to_clean()
         self.picture("question")
         window.keys("Escape")
         wait_for(lambda: not window.all("dialog"), "the question's end")
         check(self.numbers("moduleSelectedCount") == (str(self.ticked - 1),), "Esc changed nothing")
-        window.press("push button", words.actionClean)
-        window.find("dialog", words.moduleConfirmTitle)
-        wait_for(lambda: window.focused() and window.focused().name == words.actionCancel, "the safe button's focus")
-        window.keys("Tab", "Return")
-        moved, self.size = self.wait_for_numbers("smartDoneSummary")
+        self.ask_to_clean()
+        self.paths, self.size = self.move_to_the_trash()
         self.picture("done")
         # A finding that lies in another one goes with it, and a file that bears two names weighs once.
-        self.paths = int(moved)
-        check(0 < self.paths <= int(asked), "what was asked for was moved", moved)
-        self.say("Was asked whether to move %s paths, %s; answered Esc, was asked again, and moved them: %d moves, %s." %
+        check(0 < self.paths <= asked, "what was asked for was moved", str(self.paths))
+        self.say("Was asked whether to move %d paths, %s; answered Esc, was asked again, and moved them: %d moves, %s." %
                  (asked, size, self.paths, self.size))
 
-    def check_the_trash(self, banners):
-        words = self.words
+    def check_the_trash(self):
         listed = trash_list()
         check(len(listed) == self.paths, "the desktop's own tool lists %d paths" % self.paths, str(len(listed)))
         check(not any(line.endswith("/" + self.kept) for line in listed), "what was unticked isn't there")
-        banner = (words.notifyCleanedTitle, words("notifyCleanedBody", self.size, self.paths))
-        wait_for(lambda: banner in banners.arrived(), "the banner")
-        self.say("`gio trash --list` shows %d; the banner said “%s”." % (len(listed), banner[1]))
+        banner = self.hear_the_banner(self.paths, self.size)
+        self.say("`gio trash --list` shows %d; the banner said “%s”." % (len(listed), banner))
 
     def start_twice(self):
         second = subprocess.run([self.options.program], timeout=60)
@@ -242,44 +177,10 @@ class Tour:
               "without a display it says so in one sentence", "%d, %s" % (done.returncode, done.stderr))
         self.say("Started it without a display: it said so in one sentence.")
 
-    def quit(self):
-        self.window.click(self.window.find("list", self.words.windowSidebar))
-        self.window.keys("ctrl+q")
-        check(self.window.wait_until_ended() == 0, "the program ends well")
-        self.window = None
-
     def put_back(self):
-        window, words = self.window, self.words
-        window.press("list item", words.navHistory)
-        record = window.find("list item", words.moduleSystemJunkTitle,
-                             within=window.find("list", words.historyTitle))
-        check(words("countItemsSize", self.paths, self.size) in record.description, "the record's figures",
-              record.description)
+        self.open_history()
         self.picture("history")
-        window.press("push button", words.historyPutBack)
-        window.find_text(words("historyPutBackDone", self.paths))
-        window.find_text(words.historyEmptyTitle)
+        self.put_the_latest_back(self.words.moduleSystemJunkTitle, self.paths, self.size)
+        self.check_that_nothing_is_left_to_put_back()
         self.picture("put-back")
-        check(trash_list() == [], "the Trash is empty")
         self.say("Started again, without the terms. Put back from History: %d paths, and the Trash is empty." % self.paths)
-
-
-def message_pattern(words, key):
-    """What matches a counted message with any figures; its groups are the values, in the order of the text. None of the tour's
-    counts is 1, so the plural does."""
-    names = words.parameters(key)
-    text = re.escape(words(key, *["<%s>" % name for name in names]))
-    for name in names:
-        text = text.replace(re.escape("<%s>" % name), r"(\d+)" if name in ("n", "count") else "(.+?)")
-    return re.compile(text)
-
-
-def check(holds, what, seen=""):
-    if not holds:
-        raise AssertionError("%s: no%s" % (what, ", but " + seen if seen else ""))
-
-
-def difference(before, after):
-    lines = ["- " + line for line in before if line not in set(after)] + \
-            ["+ " + line for line in after if line not in set(before)]
-    return "\n" + "\n".join(lines[:20])

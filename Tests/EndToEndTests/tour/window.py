@@ -47,7 +47,8 @@ class Window:
 
     # Finding
 
-    def _nodes(self, start=None):
+    def everything(self, start=None):
+        """All there is below, shown or not, from top to bottom."""
         start = start or self.root
         start.clear_cache()
         pending = [start]
@@ -58,28 +59,32 @@ class Window:
             yield node
             pending.extend(node.getChildAtIndex(i) for i in reversed(range(node.childCount)))
 
+    def matching(self, role, name=None, within=None):
+        """What shows right now, one after another from top to bottom; to ask for all of it takes its time."""
+        for node in self.everything(within):
+            if node.getRoleName() == role and (name is None or node.name == name) and shows(node):
+                yield node
+
     def all(self, role, name=None, within=None):
-        """What shows right now, from top to bottom."""
-        return [node for node in self._nodes(within)
-                if node.getRoleName() == role and (name is None or node.name == name) and shows(node)]
+        return list(self.matching(role, name, within))
 
     def find(self, role, name=None, within=None):
-        return wait_for(lambda: (self.all(role, name, within) or [None])[0], "%s “%s”" % (role, name))
+        return wait_for(lambda: next(self.matching(role, name, within), None), "%s “%s”" % (role, name or ""))
 
     def find_text(self, part):
         """Whatever says `part`, in its name or its description."""
         def now():
-            return next((node for node in self._nodes() if shows(node) and
+            return next((node for node in self.everything() if shows(node) and
                          (part in (node.name or "") or part in (node.description or ""))), None)
         return wait_for(now, "“%s”" % part)
 
     def says(self, part):
-        return any(shows(node) and part in (node.name or "") for node in self._nodes())
+        return any(shows(node) and part in (node.name or "") for node in self.everything())
 
     def focused(self):
         """The innermost of what has the keyboard."""
         found = None
-        for node in self._nodes():
+        for node in self.everything():
             if node.getState().contains(pyatspi.STATE_FOCUSED):
                 found = node
         return found
@@ -87,7 +92,7 @@ class Window:
     def tree(self):
         """For whoever wonders what there is."""
         return "\n".join("    %s “%s” (%s)%s" % (node.getRoleName(), node.name, node.description, marks(node))
-                         for node in self._nodes())
+                         for node in self.everything())
 
     # Doing
 
@@ -99,6 +104,13 @@ class Window:
         place = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         xdotool("mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2))
         xdotool("click", "1")
+
+    def turn_the_wheel(self, node, towards):
+        """Over `node`, by one step, to where `towards` lies."""
+        place, wanted = (of.queryComponent().getExtents(pyatspi.DESKTOP_COORDS) for of in (node, towards))
+        middle = place.y + place.height // 2
+        xdotool("mousemove", str(place.x + place.width // 2), str(middle))
+        xdotool("click", "5" if wanted.y > middle else "4")
 
     def keys(self, *keys):
         for key in keys:

@@ -40,8 +40,17 @@ class Words:
             text = text.replace("{%s}" % name, str(value))
         return text
 
-    def parameters(self, key):
-        return self._counted[key][0]
+    def values(self, key, text, begins=False):
+        """The figures and texts that fill in `text`, in its order; None where it is another message. With `begins`, more
+        may follow."""
+        names, wordings = self._counted[key]
+        for wording in wordings[-1:] if self._spanish else wordings[:-1]:
+            pattern = re.escape(wording)
+            for name in names:
+                pattern = pattern.replace(re.escape("{%s}" % name), r"(\d+)" if name in ("n", "count") else "(.+?)")
+            if match := re.match(pattern, text) if begins else re.fullmatch(pattern, text):
+                return match.groups()
+        return None
 
 
 def unquoted(literal):
