@@ -12,7 +12,7 @@ namespace {
 
 // Capabilities are a thread's own (capabilities(7)); glibc has no wrapper for the two calls.
 using Sets = std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3>;
-constexpr std::uint32_t kPassesOverModes = 1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH;
+constexpr std::uint32_t kPassesOverModes = 1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_FOWNER;
 
 Sets capabilities() {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};

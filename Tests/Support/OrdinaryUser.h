@@ -1,6 +1,6 @@
 // Tests of refusal have to be refused, and root never is. For as long as an OrdinaryUser lives, this thread is held to
-// the permission bits like anybody else: the capabilities that pass over them are dropped. Where the tests run as a
-// user without them, it does nothing.
+// the permission bits like anybody else, and no owner of others' files: the capabilities that pass over that are
+// dropped. Where the tests run as a user without them, it does nothing.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+#include "Support/FileWatch.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +23,7 @@ namespace tavrin {
 namespace {
 
 using test::contentsOf;
+using test::FileWatch;
 using test::OrdinaryUser;
 using test::RecordedScan;
 using test::setMode;
@@ -298,22 +299,20 @@ TEST(DuplicateScanner, whatHasTakenTheNameOfAFileIsNotRead) {
     const URL fifo = world.file("becomes a pipe", largeContents());
     const URL folder = world.file("becomes a folder", largeContents());
     const URL other = world.file("becomes another file", largeContents());
-    const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    FileWatch watch;
 
     const RecordedScan scan = scanWithChange(world, [&] {
         for (const URL& url : {link, fifo, folder, other})
             std::filesystem::rename(url.path(), world.path() + "/." + std::string(url.lastPathComponent()));
         world.link("becomes a link", original.path());
         ASSERT_EQ(::mkfifo(fifo.path().c_str(), 0600), 0);
-        ASSERT_GE(::inotify_add_watch(watch, fifo.path().c_str(), IN_OPEN), 0);
+        watch.watch(fifo, IN_OPEN);
         world.folder("becomes a folder");
         world.file("becomes another file", largeContents());
     });
 
     EXPECT_THAT(scan.items, IsEmpty());
-    char event = 0;
-    EXPECT_LT(::read(watch, &event, 1), 0) << "the pipe was opened";
-    ::close(watch);
+    EXPECT_FALSE(watch.sawAny()) << "the pipe was opened";
 }
 
 TEST(DuplicateScanner, aCancelAtAnyMomentFailsTheScanWithNoPartialList) {

@@ -1,21 +1,21 @@
+#include "Support/FileWatch.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <limits>
 
 namespace tavrin {
 namespace {
 
+using test::FileWatch;
 using test::OrdinaryUser;
 using test::setMode;
+using test::setTimes;
 using test::TestFolder;
 
 constexpr const char* kOfNothing = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
@@ -54,15 +54,13 @@ TEST(FileHash, aFIFOOrADeviceIsNotOpened) {
     const TestFolder world;
     const URL fifo = world / "fifo";
     ASSERT_EQ(::mkfifo(fifo.path().c_str(), 0600), 0);
-    const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    ASSERT_GE(::inotify_add_watch(watch, fifo.path().c_str(), IN_OPEN), 0);
+    FileWatch watch;
+    watch.watch(fifo, IN_OPEN);
     for (const URL& url : {fifo, URL::fromPath("/dev/null"), URL::fromPath("/dev/zero")}) {
         EXPECT_EQ(FileSystemUtils::quickFingerprint(url, 8192), std::nullopt) << url.path();
         EXPECT_EQ(FileSystemUtils::fullHash(url, kChunk), std::nullopt) << url.path();
-    }  // Nobody opened it: there is no event to read.
-    std::array<char, 4096> events;
-    EXPECT_EQ(::read(watch, events.data(), events.size()), -1);
-    ::close(watch);
+    }
+    EXPECT_FALSE(watch.sawAny());
 }
 
 TEST(FileHash, aPrefixBeyondTheEndIsTheWholeFile) {
@@ -95,15 +93,40 @@ TEST(FileHash, theSizeOfTheChunksDoesNotShow) {
 TEST(FileHash, onceCancelledThereIsNoHashAndNothingIsRead) {
     const TestFolder world;
     const URL file = world.fileOfSize("file", 10'000);
-    const std::array<timespec, 2> longAgo{{{1'000, 0}, {2'000, 0}}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, file.path().c_str(), longAgo.data(), 0), 0);
+    FileWatch watch;
+    watch.watch(file, IN_ACCESS);
     int polls = 0;
     EXPECT_EQ(FileSystemUtils::fullHash(file, kChunk, [&] { return ++polls > 0; }), std::nullopt);
     EXPECT_EQ(polls, 1);
-    // A read would have touched the access time: it is older than the modification (relatime).
+    EXPECT_FALSE(watch.sawAny());
+}
+
+TEST(FileHash, readingAFileIsNoUseOfIt) {
+    const TestFolder world;
+    const URL file = world.fileOfSize("file", 10'000);
+    // Older than the modification: any other program's read would be written down (relatime).
+    const Date lastUse = Date::fromUnix(1'000'000);
+    setTimes(file, lastUse, Date::fromUnix(2'000'000));
+    FileWatch watch;
+    watch.watch(file, IN_ACCESS);
+
+    EXPECT_NE(FileSystemUtils::quickFingerprint(file, 100), std::nullopt);
+    EXPECT_NE(FileSystemUtils::fullHash(file, kChunk), std::nullopt);
+
+    EXPECT_TRUE(watch.sawAny());
     struct stat status {};
     ASSERT_EQ(::stat(file.path().c_str(), &status), 0);
-    EXPECT_EQ(status.st_atim.tv_sec, 1'000);
+    EXPECT_EQ(status.st_atim.tv_sec, 1'000'000);
+}
+
+TEST(FileHash, filesOfOthersAreReadAsWell) {
+    const TestFolder world;
+    const URL file = world.file("abc", "abc");
+    setMode(file, 0644);
+    // Only root may give it away; for anybody else this stays a file of their own.
+    (void)!::chown(file.path().c_str(), 12345, 12345);
+    const OrdinaryUser user;
+    EXPECT_EQ(FileSystemUtils::fullHash(file, kChunk), kOfABC);
 }
 
 TEST(FileHash, isCancelledIsAskedBeforeEachChunk) {
