@@ -14,6 +14,7 @@
 namespace tavrin {
 namespace {
 
+using test::setTimes;
 using test::TestFolder;
 
 std::string encoded(const QImage& image, const char* format, bool progressive = false) {
@@ -65,6 +66,33 @@ TEST(PictureReader, aPictureIsScaledDownToFitOrToFillAndNeverUp) {
 TEST(PictureReader, aNameThatIsNoTextIsReadToo) {
     const TestFolder home;
     EXPECT_FALSE(readPicture(home.file("\xFF#?%.png", encoded(wide(), "png")), {60, 60}).isNull());
+}
+
+// Larger than any buffer on the way, and full of places that a reader must find again.
+TEST(PictureReader, whatIsReadIsWhatTheFileHolds) {
+    QImage noisy(600, 400, QImage::Format_RGB32);
+    quint32 chance = 1;
+    for (int y = 0; y < noisy.height(); ++y)
+        for (int x = 0; x < noisy.width(); ++x)
+            noisy.setPixel(x, y, (chance = chance * 1'664'525U + 1'013'904'223U) | 0xFF000000U);
+    const TestFolder home;
+    for (const char* format : {"png", "bmp", "jpg", "ppm"}) {
+        const std::string bytes = encoded(noisy, format);
+        const QImage expected = QImage::fromData(QByteArray::fromStdString(bytes));
+        const QImage read = readPicture(home.file(format, bytes), noisy.size());
+        EXPECT_EQ(read.convertToFormat(expected.format()), expected) << format;
+    }
+}
+
+TEST(PictureReader, aLookAtAPictureIsNoUseOfIt) {
+    const TestFolder home;
+    const URL file = home.file("old.png", encoded(wide(), "png"));
+    // Older than the modification: any other program's read would be written down (relatime).
+    setTimes(file, Date::fromUnix(1'000'000), Date::fromUnix(2'000'000));
+    EXPECT_FALSE(readPicture(file, {60, 60}).isNull());
+    struct stat status {};
+    ASSERT_EQ(::stat(file.path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_atim.tv_sec, 1'000'000);
 }
 
 TEST(PictureReader, aProgressivePictureIsRead) {

@@ -1,20 +1,50 @@
 #include "PictureReader.h"
 
-#include <QFile>
+#include "TavrinCore/Platform/FileReader.h"
+
+#include <QIODevice>
 #include <QImageReader>
 #include <QPainter>
 #include <QtEndian>
-#include <cstdio>
-#include <filesystem>
 #include <memory>
+#include <span>
 #include <string_view>
-#include <system_error>
 
 namespace tavrin {
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+/// A file as the core reads files: found by its bytes, never a pipe that would be waited for, and a look at a picture
+/// doesn't count as its use.
+class PictureFile final : public QIODevice {
+  public:
+    explicit PictureFile(const URL& url) : file_(FileReader::open(url, FileReader::Expect::beginning)) {
+        if (file_ == nullptr) return;
+        const Result<FileStatus> status = file_->status();
+        size_ = status ? status->size.value_or(0) : 0;
+        open(QIODevice::ReadOnly);
+    }
+
+    [[nodiscard]] qint64 size() const override { return size_; }
+    bool seek(qint64 position) override {
+        position_ = position;
+        return QIODevice::seek(position);
+    }
+
+  protected:
+    qint64 readData(char* data, qint64 most) override {
+        const std::span buffer(reinterpret_cast<unsigned char*>(data), static_cast<std::size_t>(most));
+        const auto count = file_->readAt(static_cast<std::uint64_t>(position_), buffer);
+        if (!count) return -1;
+        position_ += static_cast<qint64>(*count);
+        return static_cast<qint64>(*count);
+    }
+    qint64 writeData(const char* /*data*/, qint64 /*size*/) override { return -1; }
+
+  private:
+    std::unique_ptr<FileReader> file_;
+    qint64 size_ = 0;
+    /// Where the next piece is read. It runs ahead of pos(), which is where the reader is in what was read.
+    qint64 position_ = 0;
 };
 
 // A PNG says in its first chunk whether it comes in passes.
@@ -51,13 +81,8 @@ bool comesInPasses(QIODevice& device) {
 }
 
 QImage readPicture(const URL& url, QSize bounds, Qt::AspectRatioMode mode) {
-    // Opening a pipe would wait for somebody to write into it.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(url.path(), error)) return {};
-    // By its bytes: a name that is no text can't be opened by a name that is.
-    const std::unique_ptr<std::FILE, CloseFile> handle(std::fopen(url.path().c_str(), "rb"));
-    QFile file;
-    if (!handle || !file.open(handle.get(), QIODevice::ReadOnly)) return {};
+    PictureFile file(url);
+    if (!file.isOpen()) return {};
 
     const bool inPasses = comesInPasses(file);
     QImageReader reader(&file);
