@@ -6,6 +6,7 @@ import pathlib
 import struct
 import subprocess
 import tempfile
+import time
 import zlib
 
 WIDTH, HEIGHT = 1120, 740
@@ -34,6 +35,14 @@ class Screen:
         self._server.terminate()
         self._server.wait()
         self._folder.cleanup()
+
+
+def wait_until_still(frame):
+    """Until an animation has come to its end; one that has none isn't waited for longer than a second."""
+    end, before, now = time.monotonic() + 1, None, pathlib.Path(frame).read_bytes()
+    while now != before and time.monotonic() < end:
+        time.sleep(0.15)
+        before, now = now, pathlib.Path(frame).read_bytes()
 
 
 def take_picture(frame, path):

@@ -2,10 +2,9 @@
 
 import pathlib
 import subprocess
-import time
 
 from desktop import trash_list
-from screen import take_picture
+from screen import take_picture, wait_until_still
 from window import Window, act, shows, wait_for
 from words import Words
 
@@ -27,7 +26,7 @@ class Visit:
 
     def picture(self, name):
         self._pictures += 1
-        time.sleep(0.6)  # nothing is asked of the picture but that it shows the end of an animation
+        wait_until_still(self.frame)
         take_picture(self.frame, pathlib.Path(self.options.pictures) /
                      ("%s-%02d-%s.png" % (self.language, self._pictures, name)))
 
