@@ -122,7 +122,7 @@ class BMPReader {
         const std::size_t each = headerSize_ == kCoreHeader ? 3 : 4;
         const std::size_t most = std::size_t{1} << bits_;
         const std::size_t count = colours_ == 0 ? most : std::min<std::size_t>(colours_, most);
-        std::array<std::uint8_t, 4 * 256> bytes{};
+        std::array<std::uint8_t, std::size_t{4} * 256> bytes{};
         input_.seek(kFileHeader + headerSize_);
         if (!input_.readAll(bytes.data(), each * count)) return false;
         for (std::size_t i = 0; i < count; ++i)
