@@ -29,7 +29,7 @@ struct FileIdentifier {
     std::uint64_t inode = 0;
 
     friend bool operator==(const FileIdentifier&, const FileIdentifier&) = default;
-    friend auto operator<=>(const FileIdentifier&, const FileIdentifier&) = default;
+    friend auto operator<=>(const FileIdentifier&, const FileIdentifier&) = default;  // NOLINT(modernize-use-nullptr)
 };
 
 /// Nil where the file system keeps no such value.
