@@ -7,6 +7,7 @@
 #include <png.h>
 
 #include <csetjmp>
+#include <cstdlib>
 
 namespace tavrin {
 namespace {
@@ -14,6 +15,8 @@ namespace {
 /// Chunks that may be large and say nothing about the pixels that matters here.
 constexpr png_byte kPassedOver[] = "iCCP\0iTXt\0tEXt\0zTXt\0sPLT\0hIST";
 constexpr int kPassedOverCount = 6;
+/// For any one thing. The library makes room for a chunk by the length that it claims, before any of it is read.
+constexpr png_alloc_size_t kMostBytesAtOnce = png_alloc_size_t{64} << 20U;
 
 /// As with JPEG: no destructor lies in the way of the library's jumps.
 class PNGReader {
@@ -24,9 +27,11 @@ class PNGReader {
     PNGReader& operator=(const PNGReader&) = delete;
 
     std::optional<GreyPicture> picture() {
-        png_ = ::png_create_read_struct(
+        png_ = ::png_create_read_struct_2(
             PNG_LIBPNG_VER_STRING, this, [](png_structp png, png_const_charp) { ::png_longjmp(png, 1); },
-            [](png_structp, png_const_charp) {});
+            [](png_structp, png_const_charp) {}, nullptr,
+            [](png_structp, png_alloc_size_t bytes) { return bytes > kMostBytesAtOnce ? nullptr : std::malloc(bytes); },
+            [](png_structp, png_voidp memory) { std::free(memory); });
         if (png_ == nullptr) return std::nullopt;
         info_ = ::png_create_info_struct(png_);
         if (info_ == nullptr || !readHeader()) return std::nullopt;
