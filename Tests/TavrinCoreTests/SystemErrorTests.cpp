@@ -29,9 +29,10 @@ TEST(SystemError, anErrorWithoutWordsHereBearsTheSystems) {
 }
 
 TEST(SystemError, whatAMoveOrAReadCanMeetHasASentence) {
-    for (int number : {EACCES,       EPERM, ENOENT,  EEXIST, ENOTEMPTY, ENOSPC, EDQUOT, EROFS,  EXDEV,    EBUSY,
-                       ENAMETOOLONG, ELOOP, EIO,     EINVAL, ENOTDIR,   EISDIR, EMFILE, ENFILE, ENOMEM,   ESTALE,
-                       ETXTBSY,      EFBIG, ENOTSUP, EMLINK, EILSEQ,    EAGAIN, EINTR,  ENODEV, ENOTCONN, ENOSYS}) {
+    for (int number :
+         {EACCES,  EPERM,  ENOENT, EEXIST,  ENOTEMPTY, ENOSPC, EDQUOT,   EROFS,  EXDEV,   EBUSY,   ENAMETOOLONG,
+          ELOOP,   EIO,    EINVAL, ENOTDIR, EISDIR,    EMFILE, ENFILE,   ENOMEM, ESTALE,  ETXTBSY, EFBIG,
+          ENOTSUP, EMLINK, EILSEQ, EAGAIN,  EINTR,     ENODEV, ENOTCONN, ENOSYS, EALREADY}) {
         const std::string_view sentence = S::systemRefusal(number);
         EXPECT_TRUE(sentence.ends_with('.')) << number << ": " << sentence;
     }

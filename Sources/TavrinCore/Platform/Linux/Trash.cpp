@@ -54,13 +54,13 @@ bool cameFrom(SystemCalls& calls, const HeldFile& held, const Descriptor& folder
 /// Moving what is in a Trash would part it from its note, and with the note goes its origin.
 int refusalInsideTrash(SystemCalls& calls, const TrashFolder& trash, const HeldFile& held) {
     const FileIdentity& folder = held.folderIdentity();
-    if (folder == trash.filesIdentity) return EEXIST;
+    if (folder == trash.filesIdentity) return EALREADY;
     if (folder == trash.infoIdentity || folder == trash.rootIdentity) return EINVAL;
     if (lastComponent(held.realFolderPath()) != "files") return 0;
     struct statx status {};
     const bool noted =
         calls.status(held.folder().number(), infoBesideFiles(held).c_str(), AT_SYMLINK_NOFOLLOW, status) == 0;
-    return noted ? EEXIST : 0;
+    return noted ? EALREADY : 0;
 }
 
 struct Attempt {

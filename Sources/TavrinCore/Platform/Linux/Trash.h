@@ -12,7 +12,7 @@
 
 namespace tavrin {
 
-/// Where it went. EEXIST for what lies in a Trash already, EINVAL for a folder that the Trash itself lies in.
+/// Where it went. EALREADY for what lies in a Trash already, EINVAL for a folder that the Trash itself lies in.
 [[nodiscard]] Result<URL> moveToTrash(SystemCalls& calls, const HeldFile& held);
 
 /// Back to `original`, whose folder must be there. EEXIST when something bears that name; ENOENT when what lies at

@@ -198,7 +198,7 @@ TEST(Trash, aTrashThatMayNotBeWrittenToIsAFailureAndNothingMoves) {
 TEST(Trash, neitherItselfNorWhatHoldsItNorWhatLiesInItIsMovedIntoIt) {
     const TrashWorld world;
     ASSERT_EQ(clean({world.home().file("x", "bytes")}).removedItems, 1);
-    EXPECT_EQ(errorOfTrashing(world.file("x")), EEXIST);
+    EXPECT_EQ(errorOfTrashing(world.file("x")), EALREADY);
     EXPECT_EQ(errorOfTrashing(world.note("x")), EINVAL);
     for (const char* folder : {"data/Trash/files", "data/Trash/info", "data/Trash", "data"})
         EXPECT_EQ(errorOfTrashing(world / folder), EINVAL) << folder;
@@ -211,7 +211,7 @@ TEST(Trash, whatLiesInAnotherTrashIsRefusedToo) {
     const TrashWorld world;
     world.home().file("other/files/x", "bytes");
     world.home().file("other/info/x.trashinfo", "[Trash Info]\nPath=/a\n");
-    EXPECT_EQ(errorOfTrashing(world / "other/files/x"), EEXIST);
+    EXPECT_EQ(errorOfTrashing(world / "other/files/x"), EALREADY);
     EXPECT_EQ(contentsOf(world / "other/files/x"), "bytes");
     world.home().file("other/files/y");
     EXPECT_EQ(errorOfTrashing(world / "other/files/y"), 0) << "a folder that is only called so is no Trash";
