@@ -30,7 +30,7 @@ Item {
     height: 620
 
     function content() {
-        return window.children[0]
+        return shownContent
     }
 
     function button(name) {
@@ -183,6 +183,11 @@ Item {
 
         anchors.fill: parent
 
-        ContentView { anchors.fill: parent }
+        BrandBackground { anchors.fill: parent }
+        ContentView {
+            id: shownContent
+
+            anchors.fill: parent
+        }
     }
 }

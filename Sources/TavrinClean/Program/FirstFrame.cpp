@@ -2,6 +2,7 @@
 
 #include <QLoggingCategory>
 #include <QQuickWindow>
+#include <utility>
 
 namespace tavrin {
 namespace {
@@ -10,12 +11,14 @@ Q_LOGGING_CATEGORY(start, "tavrin.start", QtInfoMsg)
 
 }  // namespace
 
-void logFirstFrame(QObject& window) {
-    auto* const quickWindow = qobject_cast<QQuickWindow*>(&window);
-    if (quickWindow == nullptr || !start().isDebugEnabled()) return;
-    QObject::connect(
-        quickWindow, &QQuickWindow::frameSwapped, quickWindow, [] { qCDebug(start, "first frame"); },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+void afterNextFrame(QQuickWindow& window, std::function<void()> then) {
+    // Queued, because a frame is told on the thread that painted it.
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, std::move(then),
+                     static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+void logStart(const char* milestone) {
+    qCDebug(start, "%s", milestone);
 }
 
 }  // namespace tavrin

@@ -1,12 +1,18 @@
-// Tells when the window can be seen, for whoever measures the start.
+// When the window can be seen: for what waits until then, and for whoever measures the start.
 #pragma once
 
-class QObject;
+#include <functional>
+
+class QQuickWindow;
 
 namespace tavrin {
 
-/// Writes "first frame" to the log category "tavrin.start" once `window`, a QQuickWindow, has painted its first one.
-/// The category is silent unless QT_LOGGING_RULES asks for "tavrin.start.debug=true".
-void logFirstFrame(QObject& window);
+/// Calls `then` once, on the window's thread, when the window has painted its next frame. A window that nobody can see
+/// paints none; one that is destroyed first never calls.
+void afterNextFrame(QQuickWindow& window, std::function<void()> then);
+
+/// Writes `milestone` to the log category "tavrin.start", which is silent unless QT_LOGGING_RULES asks for
+/// "tavrin.start.debug=true".
+void logStart(const char* milestone);
 
 }  // namespace tavrin

@@ -4,11 +4,12 @@
 #include "TavrinClean/Program/DisplayCheck.h"
 #include "TavrinClean/Program/FirstFrame.h"
 #include "TavrinClean/Program/GraphicsProbe.h"
+#include "TavrinClean/Program/MainWindow.h"
 #include "TavrinClean/Theme/InstallTheme.h"
 #include "TavrinCore/Strings.h"
 
 #include <QGuiApplication>
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +20,17 @@ namespace {
 std::unique_ptr<QGuiApplication> startApplication(int& argc, char** argv) {
     const tavrin::DisplayCheck check;
     return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+/// Everything that the first frame can do without. Ends the program when it can't be had.
+void furnish(tavrin::MainWindow& window, QQmlEngine& engine) {
+    tavrin::logStart("first frame");
+    tavrin::installFonts();
+    tavrin::installTheme(engine);
+    QObject::connect(&engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
+    if (!window.furnish(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Program/WindowContent.qml"))))
+        return QGuiApplication::exit(2);
+    tavrin::afterNextFrame(window, [] { tavrin::logStart("first screen"); });
 }
 
 }  // namespace
@@ -39,18 +51,15 @@ int main(int argc, char** argv) {
             return 1;
     }
     tavrin::chooseRenderer();
-    tavrin::installFonts();
 
     tavrin::AppModel app;
     tavrin::setApp(app);
-    QQmlApplicationEngine engine;
-    tavrin::installTheme(engine);
-    engine.load(QUrl(QStringLiteral("qrc:/Window.qml")));
-    if (engine.rootObjects().isEmpty()) return 2;
-    QObject* const window = engine.rootObjects().constFirst();
-    tavrin::logFirstFrame(*window);
-    QObject::connect(&instance, &tavrin::SingleInstance::activated, window,
-                     [window] { QMetaObject::invokeMethod(window, "bringToFront"); });
+    QQmlEngine engine;
+    // Before the engine it goes, with what the engine made for it.
+    tavrin::MainWindow window(engine);
+    tavrin::afterNextFrame(window, [&] { furnish(window, engine); });
+    QObject::connect(&instance, &tavrin::SingleInstance::activated, &window, &tavrin::MainWindow::bringToFront);
+    window.show();
     const int status = QGuiApplication::exec();
     // A scan that hangs in a file system that doesn't answer must not keep the program.
     if (!app.stopWork(std::chrono::seconds(2))) std::_Exit(status);

@@ -1,13 +1,13 @@
 import QtQuick
 import Tavrin.Kit
-import Tavrin.Theme
 import Tavrin.Views
 
 // The components in it are its own, and see its ids; a loader of this release can't make them where that is declared.
 // qmllint disable unqualified
 
 /**
- * The root of the main window: the consent first, then the sidebar and beside it the screen that is selected.
+ * All that stands on the ground of the main window: the consent first, then the sidebar and beside it the screen that is
+ * selected.
  *
  * ContentView { anchors.fill: parent }
  */
@@ -18,8 +18,6 @@ FocusScope {
     property string selection: Screens.first
 
     focus: true
-
-    BrandBackground { anchors.fill: parent }
 
     Loader {
         anchors.fill: parent
