@@ -148,6 +148,23 @@ TEST_F(ScanRunTest, aLongSilenceIsBrokenWithTheLastReport) {
     EXPECT_EQ(reports_.size(), 3U);
 }
 
+TEST_F(ScanRunTest, aSinglePollThatComesLateBreaksTheSilence) {
+    run_.report({.phase = "working"});
+    now_ += ScanRun::longestSilence;
+    EXPECT_FALSE(run_.isCancelled()());
+    EXPECT_EQ(reports_.size(), 2U);
+}
+
+TEST_F(ScanRunTest, askingWhetherItWasCancelledKeepsTheScanTalking) {
+    run_.report({.phase = "working"});
+    for (int i = 0; i < 40; ++i)
+        run_.throwIfCancelled();
+    EXPECT_EQ(reports_.size(), 1U) << "not while no time goes by";
+    now_ += ScanRun::longestSilence;
+    run_.throwIfCancelled();
+    EXPECT_EQ(reports_.size(), 2U);
+}
+
 TEST_F(ScanRunTest, aScanThatHasNotReportedYetStaysSilent) {
     now_ += 1h;
     pollOften();

@@ -6,12 +6,6 @@
 #include <utility>
 
 namespace tavrin {
-namespace {
-
-/// Looking at the clock costs as much as an entry of a listing does.
-constexpr unsigned kPollsPerLookAtTheClock = 16;
-
-}  // namespace
 
 ScanRun::ScanRun(const ProgressCallback& progress, const CancellationCallback& isCancelled, Clock clock)
     : progress_(progress), isCancelled_(isCancelled), clock_(std::move(clock)), poll_([this] {
@@ -20,13 +14,12 @@ ScanRun::ScanRun(const ProgressCallback& progress, const CancellationCallback& i
           return false;
       }) {}
 
-void ScanRun::throwIfCancelled() const {
-    if (isCancelled_()) throw ScanError::cancelled();
+void ScanRun::throwIfCancelled() {
+    if (poll_()) throw ScanError::cancelled();
 }
 
 void ScanRun::breakSilence() {
-    if (++polls_ % kPollsPerLookAtTheClock != 0 || !lastReport_) return;
-    if (clock_() - lastReportTime_ >= longestSilence) report(*std::exchange(lastReport_, std::nullopt));
+    if (lastReport_ && clock_() - lastReportTime_ >= longestSilence) report(*std::exchange(lastReport_, std::nullopt));
 }
 
 void ScanRun::report(ScanProgress report) {

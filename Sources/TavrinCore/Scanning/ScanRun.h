@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TavrinCore/Models/Models.h"
+#include "TavrinCore/Platform/CoarseClock.h"
 #include "TavrinCore/Scanning/AccessDenials.h"
 
 #include <chrono>
@@ -19,16 +20,16 @@ class ScanRun {
     /// Nobody who watches waits longer than this for a sign of life, once the scan has begun to report.
     static constexpr std::chrono::milliseconds longestSilence{500};
 
-    /// The two callbacks must outlive this. `clock` is for tests.
-    ScanRun(const ProgressCallback& progress, const CancellationCallback& isCancelled,
-            Clock clock = std::chrono::steady_clock::now);
+    /// The two callbacks must outlive this. `clock` is looked at with each poll.
+    ScanRun(const ProgressCallback& progress, const CancellationCallback& isCancelled, Clock clock = coarseNow);
     ScanRun(const ScanRun&) = delete;
     ScanRun& operator=(const ScanRun&) = delete;
 
     /// For all that can be refused.
     [[nodiscard]] AccessDenials& denials() { return denials_; }
 
-    void throwIfCancelled() const;
+    /// Polls isCancelled().
+    void throwIfCancelled();
     /// For all that takes long. Whoever polls it also keeps the scan talking: where the last report is older than
     /// longestSilence, it is sent once more.
     [[nodiscard]] const CancellationCallback& isCancelled() const { return poll_; }
@@ -69,7 +70,6 @@ class ScanRun {
 
     std::optional<ScanProgress> lastReport_;
     std::chrono::steady_clock::time_point lastReportTime_;
-    unsigned polls_ = 0;
 };
 
 }  // namespace tavrin
