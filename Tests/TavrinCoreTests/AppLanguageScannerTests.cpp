@@ -266,5 +266,20 @@ TEST(AppLanguageScanner, aCancelIsNoticedAtTheNextAppAndAfterTheLastNotAtAll) {
     EXPECT_EQ(scan.reports.size(), 1U);
 }
 
+TEST(AppLanguageScanner, theListingOfAnAppsFoldersIsCancellable) {
+    const TestFolder world;
+    for (int i = 0; i < 100; ++i)
+        language(world, "One", "x" + std::to_string(i));
+    bool cancelled = false;
+    int pollsAfterTheCancel = 0;
+    const auto isCancelled = [&] {
+        if (cancelled) ++pollsAfterTheCancel;
+        return cancelled;
+    };
+    const RecordedScan scan = record(scannerOf(world), isCancelled, [&](const ScanProgress&) { cancelled = true; });
+    EXPECT_THAT(scan.items, testing::IsEmpty());
+    EXPECT_EQ(pollsAfterTheCancel, 1);
+}
+
 }  // namespace
 }  // namespace tavrin

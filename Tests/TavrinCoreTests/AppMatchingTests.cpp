@@ -234,5 +234,17 @@ TEST(AssignOwners, givesWhatTryingEveryAppGives) {
     EXPECT_GT(tied, 50U);
 }
 
+TEST(AppMatching, assignmentAsksEverySomeHundredCandidatesAndStopsOnceCancelled) {
+    const std::vector<AppMatching::AppIdentity> apps{{"Foo", std::nullopt}};
+    const std::vector<std::string> candidates(5'000, "Foo");
+    int polls = 0;
+    EXPECT_EQ(AppMatching::assignOwners(candidates, apps, [&] { return ++polls < 0; }),
+              std::vector(candidates.size(), std::optional<std::size_t>(0)));
+    EXPECT_GE(polls, 10);
+
+    const auto owners = AppMatching::assignOwners(candidates, apps, [&] { return true; });
+    EXPECT_EQ(owners, std::vector(candidates.size(), std::optional<std::size_t>()));
+}
+
 }  // namespace
 }  // namespace tavrin

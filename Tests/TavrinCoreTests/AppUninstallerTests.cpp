@@ -240,6 +240,28 @@ TEST(AppUninstaller, aScanCancelledFromTheStartFailsWithoutAReport) {
     EXPECT_THAT(scan.reports, IsEmpty());
 }
 
+TEST(AppUninstaller, aCancelBeforeTheFirstAppIsNoticedAtOnce) {
+    const TestFolder world;
+    world.file("Apps/A.app/file");
+    for (int i = 0; i < 50; ++i)
+        world.file("Support/com.somebody.else" + std::to_string(i));
+    int pollsBeforeTheFirstReport = 0;
+    bool hasReported = false;
+    const auto count = [&] {
+        if (!hasReported) ++pollsBeforeTheFirstReport;
+        return false;
+    };
+    (void)record(scannerOf(world), count, [&](const ScanProgress&) { hasReported = true; });
+    EXPECT_GT(pollsBeforeTheFirstReport, 50) << "what may be a leftover is listed under the eye of the user";
+
+    for (int poll = 0; poll < pollsBeforeTheFirstReport; ++poll) {
+        int polls = 0;
+        const RecordedScan scan = record(scannerOf(world), [&] { return polls++ >= poll; });
+        ASSERT_EQ(scan.failure, ScanError::cancelled()) << "at poll " << poll;
+        EXPECT_THAT(scan.reports, IsEmpty());
+    }
+}
+
 TEST(AssignLeftovers, areParallelToTheAppsAndGiveNoPathTwice) {
     const TestFolder world;
     const URL folder = world.folder("Support/com.maker.one");

@@ -85,10 +85,10 @@ class AppLanguageScanner::Run {
             return;
         const bool isFromStore = FileSystemUtils::exists(app.appendingPathComponent("Contents/_MASReceipt"));
         const std::string detail = detailOf(app, isFromStore);
-        for (URL& entry : FileSystemUtils::children(resources, false, &run_.denials())) {
+        // A cancel shortens listing and measuring, and is noticed at the next app.
+        for (URL& entry : FileSystemUtils::children(resources, false, &run_.denials(), run_.isCancelled())) {
             const std::optional<std::string_view> code = languageFolderCode(entry);
             if (!code) continue;
-            // A cancel shortens the measuring and is noticed at the next app.
             const std::int64_t size = FileSystemUtils::size(entry, &run_.denials(), run_.isCancelled());
             if (size <= 0) continue;
             const Language& language = languageOf(*code);

@@ -11,6 +11,9 @@
 namespace tavrin {
 namespace {
 
+/// A few of them take microseconds, some thousands what a user would notice.
+constexpr std::size_t kCandidatesPerPoll = 256;
+
 constexpr std::array<std::string_view, 56> kSharedVendorFolders{
     "google",        "adobe",
     "microsoft",     "mozilla",
@@ -184,12 +187,14 @@ bool AppMatching::matchesApp(std::string_view candidate, std::string_view appNam
 }
 
 std::vector<std::optional<std::size_t>> AppMatching::assignOwners(const std::vector<std::string>& candidates,
-                                                                  const std::vector<AppIdentity>& apps) {
+                                                                  const std::vector<AppIdentity>& apps,
+                                                                  const CancellationCallback& isCancelled) {
     const AppIndex index(apps);
-    std::vector<std::optional<std::size_t>> owners;
-    owners.reserve(candidates.size());
-    for (const std::string& candidate : candidates)
-        owners.push_back(index.owner(comparisonForm(candidate)));
+    std::vector<std::optional<std::size_t>> owners(candidates.size());
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        if (i % kCandidatesPerPoll == 0 && isCancelled()) break;
+        owners[i] = index.owner(comparisonForm(candidates[i]));
+    }
     return owners;
 }
 

@@ -3,6 +3,8 @@
 // When nothing is certain, nobody owns it: leftovers that stay do less harm than another app's data taken.
 #pragma once
 
+#include "TavrinCore/Models/Models.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -45,9 +47,10 @@ class AppMatching {
 
     /// For each candidate the index in `apps` of its one owner, or nil: the app of the highest strength. Of several,
     /// the one whose name is a piece of its identifier; if that doesn't leave exactly one, nobody. The time grows with
-    /// the number of candidates and apps, not with their product.
+    /// the number of candidates and apps, not with their product. Once cancelled, the rest has no owner: ask again.
     [[nodiscard]] static std::vector<std::optional<std::size_t>> assignOwners(
-        const std::vector<std::string>& candidates, const std::vector<AppIdentity>& apps);
+        const std::vector<std::string>& candidates, const std::vector<AppIdentity>& apps,
+        const CancellationCallback& isCancelled = neverCancelled);
 };
 
 }  // namespace tavrin

@@ -40,10 +40,11 @@ std::vector<URL> AppUninstaller::defaultLeftoverRoots() {
 
 std::vector<std::vector<URL>> AppUninstaller::assignLeftovers(const std::vector<URL>& roots,
                                                               const std::vector<AppMatching::AppIdentity>& apps,
-                                                              AccessDenials* denials) {
+                                                              AccessDenials* denials,
+                                                              const CancellationCallback& isCancelled) {
     std::vector<URL> candidates;
     for (const URL& root : roots) {
-        std::vector<URL> children = FileSystemUtils::children(root, false, denials);
+        std::vector<URL> children = FileSystemUtils::children(root, false, denials, isCancelled);
         std::ranges::move(children, std::back_inserter(candidates));
     }
     std::vector<std::string> names;
@@ -51,7 +52,7 @@ std::vector<std::vector<URL>> AppUninstaller::assignLeftovers(const std::vector<
     for (const URL& candidate : candidates)
         names.emplace_back(candidate.lastPathComponent());
 
-    const std::vector<std::optional<std::size_t>> owners = AppMatching::assignOwners(names, apps);
+    const std::vector<std::optional<std::size_t>> owners = AppMatching::assignOwners(names, apps, isCancelled);
     std::vector<std::vector<URL>> leftovers(apps.size());
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (owners[i]) leftovers[*owners[i]].push_back(std::move(candidates[i]));
@@ -63,7 +64,9 @@ std::vector<CleanableItem> AppUninstaller::scan(const ProgressCallback& progress
                                                 const CancellationCallback& isCancelled) const {
     ScanRun run(progress, isCancelled);
     std::vector<RemovableApp> apps = removableAppsIn(searchDirectories_, run);
-    std::vector<std::vector<URL>> leftovers = assignLeftovers(leftoverRoots_, identitiesOf(apps), &run.denials());
+    std::vector<std::vector<URL>> leftovers =
+        assignLeftovers(leftoverRoots_, identitiesOf(apps), &run.denials(), run.isCancelled());
+    run.throwIfCancelled();
     for (std::size_t i = 0; i < apps.size(); ++i) {
         run.throwIfCancelled();
         reportApp(run, S::scanScanningApps(), apps[i].url, i, apps.size());

@@ -30,9 +30,11 @@ class AppUninstaller final : public Scanner {
     [[nodiscard]] static std::vector<URL> defaultLeftoverRoots();
 
     /// The leftovers of each app, parallel to `apps`: the direct children of the roots that AppMatching gives to it,
-    /// hidden ones left out. No path is given twice. A root that refuses is recorded, if `denials` is given.
+    /// hidden ones left out. No path is given twice. A root that refuses is recorded, if `denials` is given. Once
+    /// cancelled, those found so far: ask again.
     [[nodiscard]] static std::vector<std::vector<URL>> assignLeftovers(
-        const std::vector<URL>& roots, const std::vector<AppMatching::AppIdentity>& apps, AccessDenials* denials);
+        const std::vector<URL>& roots, const std::vector<AppMatching::AppIdentity>& apps, AccessDenials* denials,
+        const CancellationCallback& isCancelled = neverCancelled);
 
   private:
     std::vector<URL> searchDirectories_;

@@ -32,8 +32,9 @@ std::vector<CleanableItem> UnusedAppsScanner::scan(const ProgressCallback& progr
     const Date cutoff = times_.now().adding(-std::chrono::hours(24) * unusedAfterDays_);
     ScanRun run(progress, isCancelled);
     std::vector<RemovableApp> apps = removableAppsIn(searchDirectories_, run);
-    std::vector<std::vector<URL>> leftovers =
-        AppUninstaller::assignLeftovers(AppUninstaller::defaultLeftoverRoots(), identitiesOf(apps), &run.denials());
+    std::vector<std::vector<URL>> leftovers = AppUninstaller::assignLeftovers(
+        AppUninstaller::defaultLeftoverRoots(), identitiesOf(apps), &run.denials(), run.isCancelled());
+    run.throwIfCancelled();
     for (std::size_t i = 0; i < apps.size(); ++i) {
         run.throwIfCancelled();
         reportApp(run, S::scanCheckingApps(), apps[i].url, i, apps.size());
