@@ -2,7 +2,6 @@
 #include "Support/Pictures.h"
 
 #include <gif_lib.h>
-#include <libheif/heif.h>
 #include <png.h>
 #include <tiffio.h>
 #include <webp/encode.h>
@@ -350,55 +349,41 @@ std::string asBMP(const ColourPicture& picture, BMPForm form) {
     return bytes + header + pixels;
 }
 
-std::string asWebP(const ColourPicture& picture, bool isLossless) {
+std::string asWebP(const ColourPicture& picture, const WebPForm& form) {
     std::uint8_t* memory = nullptr;
     const auto width = static_cast<int>(picture.width);
     const auto height = static_cast<int>(picture.height);
-    const std::size_t size = isLossless ? ::WebPEncodeLosslessRGB(picture.rgb.data(), width, height, 3 * width, &memory)
-                                        : ::WebPEncodeRGB(picture.rgb.data(), width, height, 3 * width, 90, &memory);
+    const std::size_t size = form.isLossless
+                                 ? ::WebPEncodeLosslessRGB(picture.rgb.data(), width, height, 3 * width, &memory)
+                                 : ::WebPEncodeRGB(picture.rgb.data(), width, height, 3 * width, 90, &memory);
     require(size > 0, "WebPEncodeRGB");
-    std::string bytes(reinterpret_cast<const char*>(memory), size);
+    const std::string plain(reinterpret_cast<const char*>(memory), size);
     ::WebPFree(memory);
-    return bytes;
+    if (form.orientation == 0) return plain;
+    // The extended form of the file: a header that says that there is Exif data, and a chunk with it.
+    const std::string exif = exifData(form.orientation);
+    std::string chunks("WEBPVP8X\x0a\0\0\0\x08\0\0\0", 16);
+    addLittle(chunks, picture.width - 1, 3);
+    addLittle(chunks, picture.height - 1, 3);
+    chunks.append(plain, 12).append("EXIF");
+    addLittle(chunks, exif.size(), 4);
+    chunks += exif;
+    std::string bytes = "RIFF";
+    addLittle(bytes, chunks.size(), 4);
+    return bytes + chunks;
 }
 
-std::string asHEIC(const ColourPicture& picture, int quality) {
-    heif_context* context = ::heif_context_alloc();
-    heif_encoder* encoder = nullptr;
-    require(::heif_context_get_encoder_for_format(context, heif_compression_HEVC, &encoder).code == heif_error_Ok,
-            "no encoder of HEIC");
-    ::heif_encoder_set_lossy_quality(encoder, quality);
-    ::heif_encoder_set_parameter_string(encoder, "preset", "ultrafast");
-    heif_image* image = nullptr;
-    const auto width = static_cast<int>(picture.width);
-    const auto height = static_cast<int>(picture.height);
-    ::heif_image_create(width, height, heif_colorspace_RGB, heif_chroma_interleaved_RGB, &image);
-    ::heif_image_add_plane(image, heif_channel_interleaved, width, height, 8);
-    int stride = 0;
-    std::uint8_t* plane = ::heif_image_get_plane(image, heif_channel_interleaved, &stride);
-    for (std::size_t y = 0; y < picture.height; ++y)
-        std::copy_n(picture.at(0, y), 3 * picture.width, plane + y * static_cast<std::size_t>(stride));
-    const heif_error encoded = ::heif_context_encode_image(context, image, encoder, nullptr, nullptr);
-    require(encoded.code == heif_error_Ok, "heif_context_encode_image");
-    std::string bytes;
-    heif_writer writer{};
-    writer.writer_api_version = 1;
-    writer.write = [](heif_context*, const void* data, std::size_t size, void* to) {
-        static_cast<std::string*>(to)->append(static_cast<const char*>(data), size);
-        return heif_error{heif_error_Ok, heif_suberror_Unspecified, nullptr};
-    };
-    ::heif_context_write(context, &writer, &bytes);
-    ::heif_image_release(image);
-    ::heif_encoder_release(encoder);
-    ::heif_context_free(context);
-    return bytes;
+std::map<std::string, std::string> inEveryFormat(const ColourPicture& picture) {
+    return {{"JPEG", asJPEG(picture)},
+            {"progressive JPEG", asJPEG(picture, {.isProgressive = true})},
+            {"PNG", asPNG(picture)},
+            {"interlaced PNG", asPNG(picture, {.isInterlaced = true})},
+            {"GIF", asGIF(picture)},
+            {"TIFF", asTIFF(picture)},
+            {"BMP", asBMP(picture)},
+            {"WebP", asWebP(picture)},
+            {"lossless WebP", asWebP(picture, {.isLossless = true})},
+            {"HEIC", asHEIC(picture)}};
 }
 
 }  // namespace tavrin::test
-
-/// LeakSanitizer asks for this by its name. The encoder of HEIC pictures, which the program itself never calls, keeps
-/// some of its memory at the end.
-extern "C" const char* __lsan_default_suppressions();   // NOLINT(bugprone-reserved-identifier)
-extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
-    return "leak:libx265\n";
-}

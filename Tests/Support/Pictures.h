@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -81,7 +82,19 @@ enum class BMPForm : std::uint8_t {
 };
 [[nodiscard]] std::string asBMP(const ColourPicture& picture, BMPForm form = BMPForm::rgb24);
 
-[[nodiscard]] std::string asWebP(const ColourPicture& picture, bool isLossless = false);
-[[nodiscard]] std::string asHEIC(const ColourPicture& picture, int quality = 90);
+struct WebPForm {
+    bool isLossless = false;
+    /// 0: no Exif data.
+    unsigned orientation = 0;
+};
+[[nodiscard]] std::string asWebP(const ColourPicture& picture, const WebPForm& form = {});
+
+/// As the file says it without Exif data: by what is to be turned and mirrored.
+[[nodiscard]] std::string asHEIC(const ColourPicture& picture, unsigned orientation = 1);
+/// As telephones write them: a grid of tiles, here of the same one over and over.
+[[nodiscard]] std::string asTiledHEIC(const ColourPicture& tile, std::uint16_t columns, std::uint16_t rows);
+
+/// A file of each, by the name of the format.
+[[nodiscard]] std::map<std::string, std::string> inEveryFormat(const ColourPicture& picture);
 
 }  // namespace tavrin::test

@@ -6,9 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -18,6 +15,7 @@ namespace {
 using test::BMPForm;
 using test::ColourPicture;
 using test::drawnScene;
+using test::inEveryFormat;
 using test::PretendedFile;
 
 std::optional<GreyPicture> decoded(const std::string& bytes) {
@@ -55,23 +53,9 @@ void expectLooksLike(const std::string& file, const ColourPicture& picture, doub
     EXPECT_LE(meanDifference(*thumbnail, expected), tolerance) << what;
 }
 
-/// A file of every format.
-std::map<std::string, std::string> everyFormat(const ColourPicture& picture) {
-    return {{"JPEG", test::asJPEG(picture)},
-            {"progressive JPEG", test::asJPEG(picture, {.isProgressive = true})},
-            {"PNG", test::asPNG(picture)},
-            {"interlaced PNG", test::asPNG(picture, {.isInterlaced = true})},
-            {"GIF", test::asGIF(picture)},
-            {"TIFF", test::asTIFF(picture)},
-            {"BMP", test::asBMP(picture)},
-            {"WebP", test::asWebP(picture)},
-            {"lossless WebP", test::asWebP(picture, true)},
-            {"HEIC", test::asHEIC(picture)}};
-}
-
 TEST(PictureDecoder, readsEveryFormat) {
     const ColourPicture picture = drawnScene(1, 640, 480);
-    for (const auto& [format, bytes] : everyFormat(picture))
+    for (const auto& [format, bytes] : inEveryFormat(picture))
         expectLooksLike(bytes, picture, format == "GIF" ? 8.0 : 1.5, format);
 }
 
@@ -135,6 +119,16 @@ TEST(PictureDecoder, putsAGIFsFrameOnItsCanvas) {
                     "on a canvas");
 }
 
+TEST(PictureDecoder, putsTheTilesOfAHEICTogether) {
+    const ColourPicture tile = drawnScene(14, 128, 64);
+    ColourPicture whole = test::uniform(0, 384, 128);
+    for (std::size_t y = 0; y < whole.height; ++y) {
+        for (std::size_t x = 0; x < whole.width; x += tile.width)
+            std::copy_n(tile.at(0, y % tile.height), 3 * tile.width, whole.at(x, y));
+    }
+    expectLooksLike(test::asTiledHEIC(tile, 3, 2), whole, 1.5, "three columns of two");
+}
+
 TEST(PictureDecoder, appliesTheStoredOrientation) {
     const ColourPicture upright = drawnScene(7, 320, 200);
     for (unsigned orientation = 1; orientation <= 8; ++orientation) {
@@ -144,6 +138,8 @@ TEST(PictureDecoder, appliesTheStoredOrientation) {
         expectLooksLike(test::asPNG(stored, {.orientation = orientation}), upright, 1, "PNG, " + which);
         expectLooksLike(test::asTIFF(stored, {.orientation = static_cast<std::uint16_t>(orientation)}), upright, 1,
                         "TIFF, " + which);
+        expectLooksLike(test::asWebP(stored, {.orientation = orientation}), upright, 1.5, "WebP, " + which);
+        expectLooksLike(test::asHEIC(stored, orientation), upright, 1.5, "HEIC, " + which);
     }
 }
 
@@ -157,7 +153,7 @@ TEST(PictureDecoder, whatIsTransparentIsBlack) {
 }
 
 TEST(PictureDecoder, neverEnlargesAndKeepsAtLeastOnePixel) {
-    for (const auto& [format, bytes] : everyFormat(drawnScene(8, 40, 20))) {
+    for (const auto& [format, bytes] : inEveryFormat(drawnScene(8, 40, 20))) {
         const std::optional<GreyPicture> small = decoded(bytes);
         ASSERT_TRUE(small) << format;
         EXPECT_EQ(small->width, 40U) << format;
@@ -182,7 +178,7 @@ TEST(PictureDecoder, aFileIsReadByWhatStandsInItAndNotByItsName) {
 
 TEST(PictureDecoder, aPictureThatIsCutOffIsNone) {
     const ColourPicture picture = drawnScene(9, 400, 300);
-    for (const auto& [format, bytes] : everyFormat(picture)) {
+    for (const auto& [format, bytes] : inEveryFormat(picture)) {
         for (const double part : {0.01, 0.2, 0.5, 0.9, 0.97})
             EXPECT_EQ(decoded(bytes.substr(0, static_cast<std::size_t>(static_cast<double>(bytes.size()) * part))),
                       std::nullopt)
@@ -191,21 +187,21 @@ TEST(PictureDecoder, aPictureThatIsCutOffIsNone) {
 }
 
 TEST(PictureDecoder, aPictureOfWhichReadingFailsIsNone) {
-    for (const auto& [format, bytes] : everyFormat(drawnScene(10, 400, 300))) {
+    for (const auto& [format, bytes] : inEveryFormat(drawnScene(10, 400, 300))) {
         const PretendedFile file{.bytes = bytes, .failsFrom = bytes.size() / 2};
         EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << format;
     }
 }
 
 TEST(PictureDecoder, doesNotDependOnTheSizeOfReads) {
-    for (const auto& [format, bytes] : everyFormat(drawnScene(11, 200, 150))) {
+    for (const auto& [format, bytes] : inEveryFormat(drawnScene(11, 200, 150))) {
         const PretendedFile file{.bytes = bytes, .mostPerRead = 7};
         EXPECT_EQ(decodeThumbnail(*file.open()), decoded(bytes)) << format;
     }
 }
 
 TEST(PictureDecoder, rubbishInTheMiddleIsNoCrash) {
-    for (const auto& [format, bytes] : everyFormat(drawnScene(12, 200, 150))) {
+    for (const auto& [format, bytes] : inEveryFormat(drawnScene(12, 200, 150))) {
         for (unsigned i = 0; i < 60; ++i) {
             std::string broken = bytes;
             const std::size_t at = (bytes.size() * i / 60 + i * 31) % bytes.size();
@@ -215,92 +211,6 @@ TEST(PictureDecoder, rubbishInTheMiddleIsNoCrash) {
         }
     }
     SUCCEED();
-}
-
-// Pictures that claim to be huge.
-
-std::string bigEndian(std::uint32_t value) {
-    return {static_cast<char>(value >> 24U), static_cast<char>(value >> 16U), static_cast<char>(value >> 8U),
-            static_cast<char>(value)};
-}
-
-/// A PNG with another size in its header; the checksum is left out of the claim by computing it anew.
-std::string withPNGSize(std::string png, std::uint32_t width, std::uint32_t height) {
-    png.replace(16, 8, bigEndian(width) + bigEndian(height));
-    std::uint32_t sum = 0xFFFFFFFFU;
-    for (const char each : png.substr(12, 17)) {
-        sum ^= static_cast<unsigned char>(each);
-        for (int bit = 0; bit < 8; ++bit)
-            sum = sum >> 1U ^ ((sum & 1U) != 0 ? 0xEDB88320U : 0U);
-    }
-    return png.replace(29, 4, bigEndian(~sum));
-}
-
-/// KiB by which the memory of this process grew at its peak while `work` ran.
-long growthDuring(const std::function<void()>& work) {
-    const auto peak = [] {
-        std::ifstream status("/proc/self/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.starts_with("VmHWM:")) return std::stol(line.substr(6));
-        }
-        return 0L;
-    };
-    // The peak is counted anew from here (proc(5)).
-    std::ofstream("/proc/self/clear_refs") << '5';
-    const long before = peak();
-    work();
-    return peak() - before;
-}
-
-/// Refused at once: what a picture claims is believed before it is decoded.
-void expectRefusedQuickly(const std::string& bytes, const std::string& what) {
-    const PretendedFile file{.bytes = bytes};
-    const long growth = growthDuring([&] { EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << what; });
-    EXPECT_LT(growth, 8 * 1'024) << what;
-    EXPECT_LE(file.bytesRead, 256U * 1'024) << what << " was read on";
-}
-
-TEST(PictureDecoder, aPictureThatClaimsTooManyPixelsIsRefusedByItsHeader) {
-    const std::string png = test::asPNG(test::uniform(7, 64, 64));
-    expectRefusedQuickly(withPNGSize(png, 60'000, 60'000), "PNG");
-    expectRefusedQuickly(withPNGSize(png, 0x7FFFFFFF, 0x7FFFFFFF), "the largest PNG");
-    expectRefusedQuickly(withPNGSize(test::asPNG(test::uniform(7, 64, 64), {.isInterlaced = true}), 8'000, 6'000),
-                         "interlaced PNG");
-    std::string jpeg = test::asJPEG(test::uniform(7, 64, 64));
-    const std::size_t frame = jpeg.find("\xff\xc0");
-    ASSERT_NE(frame, std::string::npos);
-    jpeg.replace(frame + 5, 4, "\xff\xff\xff\xff");
-    expectRefusedQuickly(jpeg, "JPEG");
-    std::string bmp = test::asBMP(test::uniform(7, 64, 64));
-    bmp.replace(18, 8, std::string("\0\0\1\0\0\0\1\0", 8));
-    expectRefusedQuickly(bmp, "BMP");
-    std::string gif = test::asGIF(test::uniform(7, 64, 64));
-    gif.replace(6, 4, "\xff\xff\xff\xff");
-    expectRefusedQuickly(gif, "GIF");
-}
-
-TEST(PictureDecoder, aPictureThatClaimsMoreThanItHoldsIsDroppedInFlatMemory) {
-    const std::string png = test::asPNG(test::uniform(7, 64, 64));
-    const std::string claims = withPNGSize(png, 14'000, 10'000);
-    EXPECT_LT(growthDuring([&] { EXPECT_EQ(decoded(claims), std::nullopt); }), 8 * 1'024);
-}
-
-TEST(PictureDecoder, aLargePictureThatIsWholeIsHeldInFlatMemory) {
-    const std::string png = test::asPNG(test::uniform(200, 3'000, 2'000), {.isInterlaced = true});
-    const long growth = growthDuring([&] {
-        const std::optional<GreyPicture> thumbnail = decoded(png);
-        ASSERT_TRUE(thumbnail);
-        EXPECT_EQ(thumbnail->pixels, std::vector<std::uint8_t>(64 * 43, 200));
-    });
-    EXPECT_LT(growth, 4 * 1'024) << "the pixels alone would be 18 MB";
-}
-
-TEST(PictureDecoder, onceCancelledThereIsNoPicture) {
-    const std::string png = test::asPNG(drawnScene(13, 1'000, 800));
-    const PretendedFile file{.bytes = png};
-    int polls = 0;
-    EXPECT_EQ(decodeThumbnail(*file.open(), [&] { return ++polls > 3; }), std::nullopt);
-    EXPECT_EQ(polls, 4);
 }
 
 }  // namespace

@@ -1,0 +1,155 @@
+// Pictures that were made to hurt.
+#include "Support/Pictures.h"
+#include "Support/PretendedFile.h"
+#include "TavrinCore/Platform/PictureDecoder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tavrin {
+namespace {
+
+using test::drawnScene;
+using test::PretendedFile;
+
+std::optional<GreyPicture> decoded(const std::string& bytes) {
+    const PretendedFile file{.bytes = bytes};
+    return decodeThumbnail(*file.open());
+}
+
+std::string bigEndian(std::uint32_t value) {
+    return {static_cast<char>(value >> 24U), static_cast<char>(value >> 16U), static_cast<char>(value >> 8U),
+            static_cast<char>(value)};
+}
+
+/// A PNG with another size in its header; the checksum is left out of the claim by computing it anew.
+std::string withPNGSize(std::string png, std::uint32_t width, std::uint32_t height) {
+    png.replace(16, 8, bigEndian(width) + bigEndian(height));
+    std::uint32_t sum = 0xFFFFFFFFU;
+    for (const char each : png.substr(12, 17)) {
+        sum ^= static_cast<unsigned char>(each);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = sum >> 1U ^ ((sum & 1U) != 0 ? 0xEDB88320U : 0U);
+    }
+    return png.replace(29, 4, bigEndian(~sum));
+}
+
+/// Both sides of a TIFF whose numbers are stored low byte first, in the directory that its header points to.
+std::string withTIFFSize(std::string tiff, std::uint32_t side) {
+    const auto number = [&tiff](std::size_t at, std::size_t count) {
+        std::size_t value = 0;
+        for (std::size_t i = count; i > 0; --i)
+            value = value << 8U | static_cast<unsigned char>(tiff[at + i - 1]);
+        return value;
+    };
+    const std::size_t directory = number(4, 4);
+    for (std::size_t i = 0; i < number(directory, 2); ++i) {
+        const std::size_t entry = directory + 2 + 12 * i;
+        constexpr std::size_t width = 256;
+        constexpr std::size_t length = 257;
+        if (number(entry, 2) != width && number(entry, 2) != length) continue;
+        constexpr char isLong = 4;
+        tiff[entry + 2] = isLong;
+        for (std::size_t byte = 0; byte < 4; ++byte)
+            tiff[entry + 8 + byte] = static_cast<char>(side >> (8 * byte));
+    }
+    return tiff;
+}
+
+/// KiB by which the memory of this process grew at its peak while `work` ran.
+long growthDuring(const std::function<void()>& work) {
+    const auto peak = [] {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with("VmHWM:")) return std::stol(line.substr(6));
+        }
+        return 0L;
+    };
+    // The peak is counted anew from here (proc(5)).
+    std::ofstream("/proc/self/clear_refs") << '5';
+    const long before = peak();
+    work();
+    return peak() - before;
+}
+
+/// Refused at once: what a picture claims is believed before it is decoded.
+void expectRefusedQuickly(const std::string& bytes, const std::string& what) {
+    const PretendedFile file{.bytes = bytes};
+    const long growth = growthDuring([&] { EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << what; });
+    EXPECT_LT(growth, 8 * 1'024) << what;
+    EXPECT_LE(file.bytesRead, 256U * 1'024) << what << " was read on";
+}
+
+TEST(HostilePicture, aPictureThatClaimsTooManyPixelsIsRefusedByItsHeader) {
+    const std::string png = test::asPNG(test::uniform(7, 64, 64));
+    expectRefusedQuickly(withPNGSize(png, 60'000, 60'000), "PNG");
+    expectRefusedQuickly(withPNGSize(png, 0x7FFFFFFF, 0x7FFFFFFF), "the largest PNG");
+    expectRefusedQuickly(withPNGSize(test::asPNG(test::uniform(7, 64, 64), {.isInterlaced = true}), 8'000, 6'000),
+                         "interlaced PNG");
+    std::string jpeg = test::asJPEG(test::uniform(7, 64, 64));
+    const std::size_t frame = jpeg.find("\xff\xc0");
+    ASSERT_NE(frame, std::string::npos);
+    jpeg.replace(frame + 5, 4, "\xff\xff\xff\xff");
+    expectRefusedQuickly(jpeg, "JPEG");
+    std::string bmp = test::asBMP(test::uniform(7, 64, 64));
+    bmp.replace(18, 8, std::string("\0\0\1\0\0\0\1\0", 8));
+    expectRefusedQuickly(bmp, "BMP");
+    std::string gif = test::asGIF(test::uniform(7, 64, 64));
+    gif.replace(6, 4, "\xff\xff\xff\xff");
+    expectRefusedQuickly(gif, "GIF");
+    const std::string tiff = test::asTIFF(test::uniform(7, 64, 64));
+    expectRefusedQuickly(withTIFFSize(tiff, 0xFFFF), "TIFF");
+    expectRefusedQuickly(withTIFFSize(tiff, 0xFFFFFFFF), "the largest TIFF");
+    std::string webP = test::asWebP(test::uniform(7, 64, 64));
+    ASSERT_EQ(webP.substr(23, 3), "\x9d\x01\x2a") << "the sign before the size";
+    webP.replace(26, 4, "\xff\x3f\xff\x3f");
+    expectRefusedQuickly(webP, "WebP");
+    webP = test::asWebP(test::uniform(7, 64, 64), {.orientation = 1});
+    webP.replace(24, 6, "\xff\xff\xff\xff\xff\xff");
+    expectRefusedQuickly(webP, "the canvas of a WebP");
+    for (const std::uint32_t side : {16'000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        std::string heic = test::asHEIC(test::uniform(7, 64, 64));
+        const std::size_t extent = heic.find("ispe");
+        ASSERT_NE(extent, std::string::npos);
+        heic.replace(extent + 8, 8, bigEndian(side) + bigEndian(side));
+        expectRefusedQuickly(heic, "HEIC");
+    }
+}
+
+TEST(HostilePicture, aChunkThatClaimsGigabytesIsNotMadeRoomFor) {
+    const std::string png = test::asPNG(test::uniform(7, 64, 64));
+    constexpr std::size_t header = 33;
+    const std::string claims = png.substr(0, header) + bigEndian(0x7FFFFFFF) + "eXIf" + png.substr(header);
+    expectRefusedQuickly(claims, "a PNG with two gigabytes of Exif data");
+}
+
+TEST(HostilePicture, aPictureThatClaimsMoreThanItHoldsIsDroppedInFlatMemory) {
+    const std::string png = test::asPNG(test::uniform(7, 64, 64));
+    const std::string claims = withPNGSize(png, 14'000, 10'000);
+    EXPECT_LT(growthDuring([&] { EXPECT_EQ(decoded(claims), std::nullopt); }), 8 * 1'024);
+}
+
+TEST(HostilePicture, aLargePictureThatIsWholeIsHeldInFlatMemory) {
+    const std::string png = test::asPNG(test::uniform(200, 3'000, 2'000), {.isInterlaced = true});
+    const long growth = growthDuring([&] {
+        const std::optional<GreyPicture> thumbnail = decoded(png);
+        ASSERT_TRUE(thumbnail);
+        EXPECT_EQ(thumbnail->pixels, std::vector<std::uint8_t>(64 * 43, 200));
+    });
+    EXPECT_LT(growth, 4 * 1'024) << "the pixels alone would be 18 MB";
+}
+
+TEST(HostilePicture, onceCancelledThereIsNoPicture) {
+    const std::string png = test::asPNG(drawnScene(13, 1'000, 800));
+    const PretendedFile file{.bytes = png};
+    int polls = 0;
+    EXPECT_EQ(decodeThumbnail(*file.open(), [&] { return ++polls > 3; }), std::nullopt);
+    EXPECT_EQ(polls, 4);
+}
+
+}  // namespace
+}  // namespace tavrin
