@@ -1,13 +1,17 @@
-// Pictures that were made to hurt.
+// Pictures that were made to hurt, and users who have had enough.
 #include "Support/Pictures.h"
 #include "Support/PretendedFile.h"
 #include "TavrinCore/Platform/PictureDecoder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <functional>
+#include <map>
+#include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace tavrin {
@@ -143,12 +147,64 @@ TEST(HostilePicture, aLargePictureThatIsWholeIsHeldInFlatMemory) {
     EXPECT_LT(growth, 4 * 1'024) << "the pixels alone would be 18 MB";
 }
 
-TEST(HostilePicture, onceCancelledThereIsNoPicture) {
-    const std::string png = test::asPNG(drawnScene(13, 1'000, 800));
-    const PretendedFile file{.bytes = png};
+TEST(CancelledPicture, thereIsNoneWheneverTheCancelCame) {
+    for (const auto& [format, bytes] : test::inEveryFormat(drawnScene(13, 400, 300))) {
+        const PretendedFile file{.bytes = bytes, .mostPerRead = 4'096};
+        int polls = 0;
+        ASSERT_TRUE(decodeThumbnail(*file.open(), [&] { return ++polls < 0; })) << format;
+        const int all = polls;
+        for (const int cancelledAt : {1, 2, all / 2, all - 1, all}) {
+            polls = 0;
+            EXPECT_EQ(decodeThumbnail(*file.open(), [&] { return ++polls >= cancelledAt; }), std::nullopt)
+                << format << " cancelled at poll " << cancelledAt << " of " << all;
+        }
+    }
+}
+
+/// How often it is asked when there is nothing to read any more.
+int pollsWhileItDecodes(const std::string& bytes) {
+    const PretendedFile file{.bytes = bytes};
     int polls = 0;
-    EXPECT_EQ(decodeThumbnail(*file.open(), [&] { return ++polls > 3; }), std::nullopt);
-    EXPECT_EQ(polls, 4);
+    EXPECT_TRUE(decodeThumbnail(*file.open(), [&] {
+        if (file.bytesRead >= file.bytes.size()) ++polls;
+        return false;
+    }));
+    return polls;
+}
+
+TEST(CancelledPicture, aLargePictureInASmallFileIsCancellableWhileItDecodes) {
+    const test::ColourPicture flat = test::uniform(7, 1'200, 800);
+    EXPECT_GE(pollsWhileItDecodes(test::asJPEG(flat)), 800 / 8);
+    EXPECT_GE(pollsWhileItDecodes(test::asJPEG(flat, {.isProgressive = true})), 800 / 8);
+    EXPECT_GE(pollsWhileItDecodes(test::asPNG(flat)), 800);
+    EXPECT_GE(pollsWhileItDecodes(test::asPNG(flat, {.isInterlaced = true})), 800);
+    EXPECT_GE(pollsWhileItDecodes(test::asGIF(flat)), 800);
+    EXPECT_GE(pollsWhileItDecodes(test::asTIFF(flat)), 800 / 16);
+}
+
+TEST(CancelledPicture, aWebPIsDecodedInPiecesOfAQuarterOfAMebibyte) {
+    test::ColourPicture noise = test::uniform(0, 600, 600);
+    unsigned number = 1;
+    for (std::uint8_t& sample : noise.rgb)
+        sample = static_cast<std::uint8_t>((number = number * 1'664'525 + 1'013'904'223) >> 24U);
+    const std::string bytes = test::asWebP(noise, {.isLossless = true});
+    const auto pieces = static_cast<int>(bytes.size() / (256 * 1'024));
+    ASSERT_GE(pieces, 3);
+    EXPECT_GE(pollsWhileItDecodes(bytes), pieces);
+}
+
+TEST(CancelledPicture, whoeverAsksAsksOnTheThreadThatDecodes) {
+    std::map<std::string, std::string> files = test::inEveryFormat(drawnScene(13, 200, 100));
+    files["tiled HEIC"] = test::asTiledHEIC(drawnScene(13, 128, 128), 4, 4);
+    for (const auto& [format, bytes] : files) {
+        const PretendedFile file{.bytes = bytes, .mostPerRead = 64};
+        std::set<std::thread::id> askers;
+        ASSERT_TRUE(decodeThumbnail(*file.open(), [&] {
+            askers.insert(std::this_thread::get_id());
+            return false;
+        })) << format;
+        EXPECT_THAT(askers, testing::ElementsAre(std::this_thread::get_id())) << format;
+    }
 }
 
 }  // namespace

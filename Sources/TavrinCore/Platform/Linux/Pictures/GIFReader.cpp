@@ -59,7 +59,7 @@ bool readRow(GifFileType* gif, std::size_t y, const Palette& palette, std::vecto
     return true;
 }
 
-bool readRows(GifFileType* gif, const Palette& palette, PictureShrinker& shrinker) {
+bool readRows(GifFileType* gif, const PictureInput& input, const Palette& palette, PictureShrinker& shrinker) {
     struct Pass {
         std::size_t first;
         std::size_t step;
@@ -70,7 +70,7 @@ bool readRows(GifFileType* gif, const Palette& palette, PictureShrinker& shrinke
     const auto height = static_cast<std::size_t>(gif->Image.Height);
     for (const Pass& pass : gif->Image.Interlace ? std::span<const Pass>(interlaced) : std::span<const Pass>(plain)) {
         for (std::size_t y = pass.first; y < height; y += pass.step) {
-            if (!readRow(gif, y, palette, row, shrinker)) return false;
+            if (input.isCancelled() || !readRow(gif, y, palette, row, shrinker)) return false;
         }
     }
     return true;
@@ -94,7 +94,7 @@ std::optional<GreyPicture> readGIF(PictureInput& input) {
     if (!hasPixels(width, height, frame.Interlace ? kMostPixelsAtOnce : kMostPixels)) return std::nullopt;
     const std::optional<Palette> palette = greyPalette(*gif, transparent);
     PictureShrinker shrinker(width, height);
-    if (!palette || !readRows(gif.get(), *palette, shrinker)) return std::nullopt;
+    if (!palette || !readRows(gif.get(), input, *palette, shrinker)) return std::nullopt;
     return shrinker.thumbnail(1);
 }
 

@@ -1,5 +1,8 @@
 // libheif. It decodes a picture whole, so this asks for the planes as they are coded and takes the brightness alone: no
 // copy in colours is made. It turns and mirrors by itself.
+//
+// It reads piece by piece, and what a camera of today writes consists of many tiles: there a cancel is noticed before
+// each. A picture in one piece can't be cancelled while the library decodes it.
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
 
@@ -14,6 +17,8 @@ namespace {
 
 /// On each side; a panorama has 16,382.
 constexpr int kMostOnASide = 16'384;
+/// All of them are held at once. A panorama has 60 million, a photograph up to 50.
+constexpr std::uint64_t kMostPixelsOfHEIF = 65'000'000;
 
 struct FreeContext {
     void operator()(heif_context* context) const { ::heif_context_free(context); }
@@ -105,7 +110,7 @@ std::optional<GreyPicture> thumbnailOf(const heif_image* image) {
     const Plane alpha(image, heif_channel_Alpha);
     if (!first.isThere() || !green.isThere() || !blue.isThere()) return std::nullopt;
     if (!green.hasSizeOf(first) || !blue.hasSizeOf(first)) return std::nullopt;
-    if (!hasPixels(first.width(), first.height(), kMostPixels)) return std::nullopt;
+    if (!hasPixels(first.width(), first.height(), kMostPixelsOfHEIF)) return std::nullopt;
     const bool hasAlpha = alpha.isThere() && alpha.hasSizeOf(first);
     PictureShrinker shrinker(first.width(), first.height());
     std::vector<std::uint8_t> row(2 * first.width());
@@ -135,6 +140,8 @@ std::optional<GreyPicture> readHEIF(PictureInput& input) {
     const std::unique_ptr<heif_context, FreeContext> context(::heif_context_alloc());
     if (context == nullptr) return std::nullopt;
     ::heif_context_set_maximum_image_size_limit(context.get(), kMostOnASide);
+    // Else tiles are read on threads of the library's own, and whether it was cancelled is asked there.
+    ::heif_context_set_max_decoding_threads(context.get(), 0);
     Source source{input};
     if (::heif_context_read_from_reader(context.get(), &kReader, &source, nullptr).code != heif_error_Ok)
         return std::nullopt;
@@ -144,7 +151,7 @@ std::optional<GreyPicture> readHEIF(PictureInput& input) {
     const int width = ::heif_image_handle_get_width(handle.get());
     const int height = ::heif_image_handle_get_height(handle.get());
     if (width <= 0 || height <= 0) return std::nullopt;
-    if (!hasPixels(static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height), kMostPixels))
+    if (!hasPixels(static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height), kMostPixelsOfHEIF))
         return std::nullopt;
     const std::unique_ptr<heif_decoding_options, FreeOptions> options(::heif_decoding_options_alloc());
     heif_image* decoded = nullptr;

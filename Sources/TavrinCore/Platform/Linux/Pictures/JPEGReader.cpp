@@ -126,7 +126,7 @@ class JPEGReader {
 
     /// To the end of the scan that brings the brightness of each block.
     bool consumeFirstCoefficients() {
-        while (info_.input_scan_number <= kMostScans) {
+        while (info_.input_scan_number <= kMostScans && !input_.isCancelled()) {
             const int status = ::jpeg_consume_input(&info_);
             if (status == JPEG_REACHED_EOI) return false;
             if (status == JPEG_SCAN_COMPLETED && info_.coef_bits != nullptr && info_.coef_bits[0][0] >= 0) return true;
@@ -136,8 +136,10 @@ class JPEGReader {
 
     bool readRows() {
         if (setjmp(onError_) != 0) return false;
-        while (info_.output_scanline < info_.output_height)
+        while (info_.output_scanline < info_.output_height) {
+            if (input_.isCancelled()) return false;
             readRow();
+        }
         return true;
     }
 

@@ -78,6 +78,7 @@ class PNGReader {
         if (setjmp(png_jmpbuf(png_)) != 0) return false;
         const png_uint_32 rows = height();
         for (png_uint_32 y = 0; y < rows; ++y) {
+            if (input_.isCancelled()) return false;
             ::png_read_row(png_, row_.data(), nullptr);
             shrinker_->addRow(0, y, row_, kind());
         }
@@ -86,21 +87,24 @@ class PNGReader {
 
     bool readPasses() {
         if (setjmp(png_jmpbuf(png_)) != 0) return false;
-        for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass)
-            readPass(pass);
+        for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass) {
+            if (!readPass(pass)) return false;
+        }
         return true;
     }
 
-    void readPass(int pass) {
+    bool readPass(int pass) {
         const png_uint_32 columns = PNG_PASS_COLS(width(), pass);
         const png_uint_32 rows = columns == 0 ? 0 : PNG_PASS_ROWS(height(), pass);
         const std::size_t each = samplesOf(kind());
         for (png_uint_32 i = 0; i < rows; ++i) {
+            if (input_.isCancelled()) return false;
             ::png_read_row(png_, row_.data(), nullptr);
             for (png_uint_32 j = 0; j < columns; ++j)
                 shrinker_->addRow(PNG_COL_FROM_PASS_COL(j, pass), PNG_ROW_FROM_PASS_ROW(i, pass),
                                   {row_.data() + each * j, each}, kind());
         }
+        return true;
     }
 
     [[nodiscard]] unsigned orientation() const {

@@ -27,6 +27,8 @@ class PictureInput {
     void seek(std::uint64_t position);
     void skip(std::uint64_t count) { seek(position() + count); }
     [[nodiscard]] std::uint64_t position() const { return bufferOffset_ + used_; }
+    /// For codecs that compute for long before they read on.
+    [[nodiscard]] bool isCancelled() const { return isCancelled_(); }
     /// As it was when the file was opened.
     [[nodiscard]] std::uint64_t size() const { return size_; }
 

@@ -1,4 +1,5 @@
 // libtiff, one strip or tile at a time, by its own conversion to RGBA: it knows all the forms that a TIFF may have.
+// Between them a cancel is noticed; one that is under way is decoded to its end.
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
 
@@ -133,12 +134,13 @@ void add(const std::vector<std::uint32_t>& raster, std::uint32_t x, std::uint32_
     }
 }
 
-bool readBlocks(Conversion& conversion, const Extent& picture, const Extent& block, PictureShrinker& shrinker) {
+bool readBlocks(Conversion& conversion, const PictureInput& input, const Extent& picture, const Extent& block,
+                PictureShrinker& shrinker) {
     std::vector<std::uint32_t> raster;
     for (std::uint32_t y = 0; y < picture.height; y += block.height) {
         for (std::uint32_t x = 0; x < picture.width; x += block.width) {
             const Extent here{std::min(block.width, picture.width - x), std::min(block.height, picture.height - y)};
-            if (!conversion.read(x, y, here.width, here.height, raster)) return false;
+            if (input.isCancelled() || !conversion.read(x, y, here.width, here.height, raster)) return false;
             add(raster, x, y, here, shrinker);
         }
     }
@@ -163,7 +165,7 @@ std::optional<GreyPicture> readTIFF(PictureInput& input) {
     ::TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_ORIENTATION, &orientation);
     Conversion conversion(tiff.get());
     PictureShrinker shrinker(picture.width, picture.height);
-    if (!conversion.isOpen() || !readBlocks(conversion, picture, block, shrinker)) return std::nullopt;
+    if (!conversion.isOpen() || !readBlocks(conversion, input, picture, block, shrinker)) return std::nullopt;
     return shrinker.thumbnail(orientation);
 }
 

@@ -1,5 +1,5 @@
 // libwebp, which scales while it decodes: the first frame, on the canvas that it belongs to. It wants the file in
-// memory.
+// memory, but is given it piece by piece, so that a cancel is noticed between two pieces.
 #include "TavrinCore/Platform/Linux/Pictures/ExifOrientation.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
@@ -18,6 +18,8 @@ constexpr std::uint64_t kMostBytes = std::uint64_t{96} << 20U;
 /// The longest side to which the library scales.
 constexpr std::uint64_t kScaledSide = 512;
 constexpr int kLossless = 2;
+/// Some 20 ms of work. The library goes back a little at the end of each piece, so that smaller ones cost.
+constexpr std::size_t kPiece = std::size_t{256} * 1024;
 
 std::vector<std::uint8_t> wholeFile(PictureInput& input) {
     if (input.size() > kMostBytes) return {};
@@ -59,7 +61,22 @@ struct Scale {
     }
 };
 
-bool decode(const WebPIterator& frame, const Scale& scale, PictureShrinker& shrinker) {
+struct DeleteDecoder {
+    void operator()(WebPIDecoder* decoder) const { ::WebPIDelete(decoder); }
+};
+
+bool decodeByPieces(const WebPData& data, WebPDecoderConfig& config, const PictureInput& input) {
+    const std::unique_ptr<WebPIDecoder, DeleteDecoder> decoder(::WebPIDecode(nullptr, 0, &config));
+    if (decoder == nullptr) return false;
+    for (std::size_t given = 0; given < data.size && !input.isCancelled();) {
+        given += std::min(kPiece, data.size - given);
+        const VP8StatusCode status = ::WebPIUpdate(decoder.get(), data.bytes, given);
+        if (status != VP8_STATUS_SUSPENDED) return status == VP8_STATUS_OK;
+    }
+    return false;
+}
+
+bool decode(const WebPIterator& frame, const PictureInput& input, const Scale& scale, PictureShrinker& shrinker) {
     WebPDecoderConfig config;
     if (::WebPInitDecoderConfig(&config) == 0) return false;
     if (::WebPGetFeatures(frame.fragment.bytes, frame.fragment.size, &config.input) != VP8_STATUS_OK) return false;
@@ -74,7 +91,7 @@ bool decode(const WebPIterator& frame, const Scale& scale, PictureShrinker& shri
     config.options.scaled_width = static_cast<int>(width);
     config.options.scaled_height = static_cast<int>(height);
     config.output.colorspace = MODE_rgbA;
-    const bool isDecoded = ::WebPDecode(frame.fragment.bytes, frame.fragment.size, &config) == VP8_STATUS_OK;
+    const bool isDecoded = decodeByPieces(frame.fragment, config, input);
     for (std::size_t y = 0; isDecoded && y < height; ++y) {
         const std::uint8_t* row = config.output.u.RGBA.rgba + y * static_cast<std::size_t>(config.output.u.RGBA.stride);
         shrinker.addRow(scale(static_cast<std::uint64_t>(frame.x_offset)),
@@ -109,7 +126,7 @@ std::optional<GreyPicture> readWebP(PictureInput& input) {
     const std::uint64_t longest = std::max(width, height);
     const Scale scale{.to = std::min(longest, kScaledSide), .from = longest};
     PictureShrinker shrinker(scale.atLeastOne(width), scale.atLeastOne(height));
-    if (!decode(*frame, scale, shrinker)) return std::nullopt;
+    if (!decode(*frame, input, scale, shrinker)) return std::nullopt;
     return shrinker.thumbnail(orientationIn(demuxer.get()));
 }
 
