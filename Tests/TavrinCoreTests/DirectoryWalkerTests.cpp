@@ -47,6 +47,8 @@ class TestCalls final : public WalkCalls {
     int seekError = 0;
     bool hidesTypes = false;
     std::function<ssize_t(char* buffer, std::size_t size)> inPlaceOfList;
+    std::vector<std::string> waiting;
+    int looksAtMounts = 0;
 
     int open(int folder, const char* name, int flags) override {
         if (interrupted()) return -1;
@@ -81,6 +83,11 @@ class TestCalls final : public WalkCalls {
         ++closes;
         --open_;
         return WalkCalls::close(folder);
+    }
+
+    std::vector<std::string> waitingMounts(int /*folder*/) override {
+        ++looksAtMounts;
+        return waiting;
     }
 
   private:
@@ -420,6 +427,35 @@ TEST(DirectoryWalker, aFolderThatCouldNotBeEnteredIsNotLeft) {
     DirectoryWalker(world.url(), {.wantsLeft = true}, remover).run();
     EXPECT_EQ(remover.foldersLeft, 1);
     EXPECT_THAT(remover.failures, ElementsAre("locked " + std::to_string(EACCES)));
+}
+
+TEST(DirectoryWalker, aMountThatMayWaitIsVisitedAndNeitherEnteredNorAskedAnything) {
+    const TestFolder world;
+    world.file("far/file");
+    world.file("near/far/file");
+    world.file("near/far more/file");
+    world.file("near/fa/r");
+    world.file("a far/far/file");
+    TestCalls calls;
+    calls.waiting = {"far", "near/far"};
+    WalkRecorder recorder(world.url());
+    (void)DirectoryWalker(world.url(), {}, recorder, calls, kTight).run();
+    EXPECT_THAT(recorder.sortedPaths(), ElementsAre("a far", "a far/far", "a far/far/file", "far", "near", "near/fa",
+                                                    "near/fa/r", "near/far", "near/far more", "near/far more/file"));
+    EXPECT_THAT(recorder.failures, IsEmpty());
+    EXPECT_EQ(calls.statuses.count("far"), 0U);
+    EXPECT_EQ(calls.looksAtMounts, 1) << "once for a walk";
+}
+
+TEST(DirectoryWalker, mountsAreLookedUpOnlyWhereThereIsAFolderToEnter) {
+    const TestFolder world;
+    world.file("one");
+    world.folder("two");
+    TestCalls calls;
+    WalkRecorder recorder(world.url());
+    recorder.onVisit = [](WalkEntry&) { return WalkStep::skip; };
+    (void)DirectoryWalker(world.url(), {}, recorder, calls).run();
+    EXPECT_EQ(calls.looksAtMounts, 0);
 }
 
 }  // namespace

@@ -2,9 +2,10 @@
 //
 // A walk goes depth first, a folder before what lies in it, in the order in which the file system lists. Links are
 // never followed, so no loop can catch it; other file systems mounted below are walked like folders, since what a user
-// sees in a folder counts. Only folders are opened. Trees may be of any depth and width, and may change meanwhile: what
-// vanished is passed over in silence, and a folder that was swapped for a link or moved away never leads out of the
-// tree.
+// sees in a folder counts. But one that may keep the walk waiting for a server is visited and not entered: nobody could
+// cancel that. The root may be such a one, it was asked for. Only folders are opened. Trees may be of any depth and
+// width, and may change meanwhile: what vanished is passed over in silence, and a folder that was swapped for a link or
+// moved away never leads out of the tree.
 //
 // A walk holds at most 64 descriptors and a few megabytes of memory, whatever the tree.
 #pragma once

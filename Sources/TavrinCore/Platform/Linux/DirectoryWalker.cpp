@@ -1,6 +1,7 @@
 #include "TavrinCore/Platform/Linux/DirectoryWalker.h"
 
 #include "TavrinCore/Platform/Linux/AnchoredPath.h"
+#include "TavrinCore/Platform/Linux/MountOptions.h"
 #include "TavrinCore/Platform/Linux/StatxStatus.h"
 
 #include <fcntl.h>
@@ -58,6 +59,7 @@ bool DirectoryWalker::run() {
 }
 
 bool DirectoryWalker::openRoot() {
+    forgetTheLastMount();
     const AnchoredPath path(root_.path());
     const int flags = options_.rootLink == LastLink::keep ? O_NOFOLLOW : 0;
     if (path.error() == 0) rootFolder_ = openFolder(path.folder(), path.name(), flags);
@@ -97,7 +99,21 @@ bool DirectoryWalker::visit(const ListedEntry& listed) {
     return next != WalkStep::stop;
 }
 
+/// Whether a folder of this name, in the folder on top, is a mount that may keep the walk waiting.
+bool DirectoryWalker::mayWait(std::string_view name) {
+    if (!waitingMounts_) {
+        waitingMounts_ = calls_.waitingMounts(rootFolder_);
+        for (std::string& mount : *waitingMounts_)
+            mount.insert(0, pathBeforeNames(root_) + "/");
+    }
+    return std::ranges::any_of(*waitingMounts_, [&](std::string_view mount) {
+        return mount.size() == path_.size() + 1 + name.size() && mount.starts_with(path_) &&
+               mount[path_.size()] == '/' && mount.ends_with(name);
+    });
+}
+
 void DirectoryWalker::enter(const PlacedEntry& entry) {
+    if (mayWait(entry.name())) return;
     Level& level = levels_.back();
     const int folder = openChild(level.folder, entry.name().data());
     if (folder < 0) {

@@ -14,6 +14,9 @@
 //   lead elsewhere, when somebody moved the tree meanwhile: then the folder isn't the one that was noted (device and
 //   inode), and the walk looks for it by name from the root, without following links. When that fails too, the folder
 //   is gone from the tree, and so is what was left of it.
+// - What is mounted below the root is looked up once, when the first folder is entered, in a table that the kernel
+// holds
+//   in memory. Mounts that may wait are passed over by their path, before any call names them.
 #pragma once
 
 #include "TavrinCore/Platform/DirectoryWalk.h"
@@ -23,6 +26,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -118,6 +122,7 @@ class DirectoryWalker {
     bool step();
     bool visit(const ListedEntry& listed);
     void enter(const PlacedEntry& entry);
+    [[nodiscard]] bool mayWait(std::string_view name);
     bool leave();
     bool tellLeft(bool& again);
 
@@ -158,6 +163,8 @@ class DirectoryWalker {
     /// Below this index, levels are closed (but the root), and below the other, their listings are let go.
     std::size_t firstOpen_ = 0;
     std::size_t firstHeld_ = 0;
+    /// Paths of mounts that aren't entered, from the first folder on that may be one.
+    std::optional<std::vector<std::string>> waitingMounts_;
     /// Listings in a row that had nothing to visit.
     int fruitless_ = 0;
 };

@@ -9,8 +9,11 @@ namespace tavrin {
 /// would make a file that is read every day look forgotten. `status` has STATX_MNT_ID; true where the kernel doesn't
 /// tell (before 5.8). Safe from any thread.
 ///
-/// The mounts are looked up when one appears that isn't known yet. One that is told otherwise while it is mounted is
-/// noticed by the next start of the program.
+/// Each thread remembers the last mount that it asked about.
 [[nodiscard]] bool keepsAccessDates(const struct statx& status);
+
+/// What begins to look at files does this first: meanwhile the mount may have been told otherwise, or have gone and
+/// left its number to another.
+void forgetTheLastMount();
 
 }  // namespace tavrin

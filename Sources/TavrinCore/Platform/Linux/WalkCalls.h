@@ -6,6 +6,8 @@
 #include <sys/types.h>
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 namespace tavrin {
 
@@ -23,6 +25,8 @@ class WalkCalls {
     /// statx(2)
     virtual int status(int folder, const char* name, int flags, unsigned fields, struct statx& result);
     virtual int close(int folder);
+    /// The mounts below an open folder, relative to it, that may keep whoever enters them waiting. Asks none of them.
+    [[nodiscard]] virtual std::vector<std::string> waitingMounts(int folder);
 
   protected:
     WalkCalls() = default;

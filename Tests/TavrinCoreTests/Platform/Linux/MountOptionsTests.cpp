@@ -36,5 +36,17 @@ TEST(MountOptions, anAccessDateThatIsNotKeptIsNone) {
     });
 }
 
+TEST(MountOptions, aMountThatIsToldOtherwiseIsNoticedByTheNextWalk) {
+    const TestFolder world;
+    const URL disk = world.folder("disk");
+    test::withOwnMounts([&] {
+        test::mountTmpfs(disk);
+        world.file("disk/f");
+        EXPECT_TRUE(accessedInWalk(disk));
+        test::makeNoatime(disk);
+        EXPECT_FALSE(accessedInWalk(disk));
+    });
+}
+
 }  // namespace
 }  // namespace tavrin
