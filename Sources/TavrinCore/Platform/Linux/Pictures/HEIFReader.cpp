@@ -3,10 +3,9 @@
 //
 // It reads piece by piece, and what a camera of today writes consists of many tiles: there a cancel is noticed before
 // each. A picture in one piece can't be cancelled while the library decodes it.
+#include "TavrinCore/Platform/Linux/Pictures/LibHEIF.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
-
-#include <libheif/heif.h>
 
 #include <array>
 #include <cstring>
@@ -20,17 +19,22 @@ constexpr int kMostOnASide = 16'384;
 /// All of them are held at once. A panorama has 60 million, a photograph up to 50.
 constexpr std::uint64_t kMostPixelsOfHEIF = 65'000'000;
 
+/// Whoever calls it has seen that it is there.
+const LibHEIF& heif() {
+    return *LibHEIF::get();
+}
+
 struct FreeContext {
-    void operator()(heif_context* context) const { ::heif_context_free(context); }
+    void operator()(heif_context* context) const { heif().context_free(context); }
 };
 struct ReleaseHandle {
-    void operator()(heif_image_handle* handle) const { ::heif_image_handle_release(handle); }
+    void operator()(heif_image_handle* handle) const { heif().image_handle_release(handle); }
 };
 struct ReleaseImage {
-    void operator()(heif_image* image) const { ::heif_image_release(image); }
+    void operator()(heif_image* image) const { heif().image_release(image); }
 };
 struct FreeOptions {
-    void operator()(heif_decoding_options* options) const { ::heif_decoding_options_free(options); }
+    void operator()(heif_decoding_options* options) const { heif().decoding_options_free(options); }
 };
 
 /// The library ends the program (an assertion) when a part of the file that it knows to be there can't be read. So it
@@ -75,10 +79,10 @@ constexpr heif_reader kReader{
 class Plane {
   public:
     Plane(const heif_image* image, heif_channel channel)
-        : width_(::heif_image_get_width(image, channel)),
-          height_(::heif_image_get_height(image, channel)),
-          bits_(::heif_image_get_bits_per_pixel_range(image, channel)),
-          bytes_(::heif_image_get_plane_readonly(image, channel, &stride_)) {}
+        : width_(heif().image_get_width(image, channel)),
+          height_(heif().image_get_height(image, channel)),
+          bits_(heif().image_get_bits_per_pixel_range(image, channel)),
+          bytes_(heif().image_get_plane_readonly(image, channel, &stride_)) {}
 
     [[nodiscard]] bool isThere() const { return bytes_ != nullptr && width_ > 0 && height_ > 0 && bits_ >= 8; }
     [[nodiscard]] std::size_t width() const { return static_cast<std::size_t>(width_); }
@@ -103,7 +107,7 @@ class Plane {
 };
 
 std::optional<GreyPicture> thumbnailOf(const heif_image* image) {
-    const bool hasColours = ::heif_image_get_colorspace(image) == heif_colorspace_RGB;
+    const bool hasColours = heif().image_get_colorspace(image) == heif_colorspace_RGB;
     const Plane first(image, hasColours ? heif_channel_R : heif_channel_Y);
     const Plane green(image, hasColours ? heif_channel_G : heif_channel_Y);
     const Plane blue(image, hasColours ? heif_channel_B : heif_channel_Y);
@@ -129,34 +133,34 @@ bool isPicture(PictureInput& input) {
     std::array<std::uint8_t, 12> begin{};
     if (!input.readAll(begin.data(), begin.size())) return false;
     input.seek(0);
-    return ::heif_check_filetype(begin.data(), static_cast<int>(begin.size())) != heif_filetype_no;
+    return heif().check_filetype(begin.data(), static_cast<int>(begin.size())) != heif_filetype_no;
 }
 
 }  // namespace
 
 std::optional<GreyPicture> readHEIF(PictureInput& input) {
     // Films have the same beginning.
-    if (!isPicture(input)) return std::nullopt;
-    const std::unique_ptr<heif_context, FreeContext> context(::heif_context_alloc());
+    if (LibHEIF::get() == nullptr || !isPicture(input)) return std::nullopt;
+    const std::unique_ptr<heif_context, FreeContext> context(heif().context_alloc());
     if (context == nullptr) return std::nullopt;
-    ::heif_context_set_maximum_image_size_limit(context.get(), kMostOnASide);
+    heif().context_set_maximum_image_size_limit(context.get(), kMostOnASide);
     // Else tiles are read on threads of the library's own, and whether it was cancelled is asked there.
-    ::heif_context_set_max_decoding_threads(context.get(), 0);
+    heif().context_set_max_decoding_threads(context.get(), 0);
     Source source{input};
-    if (::heif_context_read_from_reader(context.get(), &kReader, &source, nullptr).code != heif_error_Ok)
+    if (heif().context_read_from_reader(context.get(), &kReader, &source, nullptr).code != heif_error_Ok)
         return std::nullopt;
     heif_image_handle* primary = nullptr;
-    if (::heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok) return std::nullopt;
+    if (heif().context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok) return std::nullopt;
     const std::unique_ptr<heif_image_handle, ReleaseHandle> handle(primary);
-    const int width = ::heif_image_handle_get_width(handle.get());
-    const int height = ::heif_image_handle_get_height(handle.get());
+    const int width = heif().image_handle_get_width(handle.get());
+    const int height = heif().image_handle_get_height(handle.get());
     if (width <= 0 || height <= 0) return std::nullopt;
     if (!hasPixels(static_cast<std::uint64_t>(width), static_cast<std::uint64_t>(height), kMostPixelsOfHEIF))
         return std::nullopt;
-    const std::unique_ptr<heif_decoding_options, FreeOptions> options(::heif_decoding_options_alloc());
+    const std::unique_ptr<heif_decoding_options, FreeOptions> options(heif().decoding_options_alloc());
     heif_image* decoded = nullptr;
     const heif_error error =
-        ::heif_decode_image(handle.get(), &decoded, heif_colorspace_undefined, heif_chroma_undefined, options.get());
+        heif().decode_image(handle.get(), &decoded, heif_colorspace_undefined, heif_chroma_undefined, options.get());
     const std::unique_ptr<heif_image, ReleaseImage> image(decoded);
     if (error.code != heif_error_Ok || image == nullptr || source.hasFailed) return std::nullopt;
     return thumbnailOf(image.get());
