@@ -50,7 +50,9 @@ bool Background::drain(std::chrono::milliseconds patience) {
         for (QThreadPool* pool : {&work_, &quick_})
             (void)pool->waitForDone(static_cast<int>(deadline.remainingTime()));
         QCoreApplication::sendPostedEvents(mainThread_.get(), QEvent::MetaCall);
-        if (undelivered_ == 0 && work_.activeThreadCount() == 0 && quick_.activeThreadCount() == 0) return true;
+        // In this order: what a thread brings back is counted before the thread has ended.
+        const bool allEnded = work_.activeThreadCount() == 0 && quick_.activeThreadCount() == 0;
+        if (allEnded && undelivered_ == 0) return true;
     } while (!deadline.hasExpired());
     return false;
 }
