@@ -236,6 +236,54 @@ TEST_F(HistoryScreen, oneRecordIsPutBackOnceAtATime) {
     EXPECT_TRUE(screen.isEmpty());
 }
 
+TEST_F(HistoryScreen, leavingTheScreenDoesNotFreeARecordThatIsBeingPutBack) {
+    Gate gate;
+    world.services.restore = [this, &gate](std::span<const TrashedEntry> entries) {
+        gate.pass();
+        return Cleaner(world.disk).restore(entries);
+    };
+    history = load();
+    history->add("A", "systemJunk", cleanOf({"a"}));
+    history->add("B", "systemJunk", cleanOf({"b"}));
+    auto left = std::make_unique<HistoryScreenModel>();
+    left->setHistory(history.get());
+    const QString a = left->records()->index(1).data(HistoryRecordsModel::RecordIdRole).toString();
+    left->putBack(a);
+    left.reset();
+
+    HistoryScreenModel back;
+    back.setHistory(history.get());
+    const auto of = [&back](int row, int role) { return back.records()->index(row).data(role).toBool(); };
+    EXPECT_TRUE(of(1, HistoryRecordsModel::RestoringRole));
+    EXPECT_FALSE(of(1, HistoryRecordsModel::CanPutBackRole));
+    EXPECT_FALSE(of(0, HistoryRecordsModel::RestoringRole));
+    EXPECT_TRUE(of(0, HistoryRecordsModel::CanPutBackRole));
+    back.putBack(a);
+    gate.open();
+    world.settle();
+    EXPECT_EQ(world.disk.acts.size(), 1U);
+    ASSERT_EQ(back.records()->rowCount(), 1);
+    EXPECT_FALSE(of(0, HistoryRecordsModel::RestoringRole));
+    EXPECT_EQ(back.message(), QString());
+}
+
+TEST_F(HistoryScreen, whatStaysPendingCanBePutBackFromANewScreenOnceTheFirstRunHasEnded) {
+    history->add("A", "systemJunk", cleanOf({"a", "b"}));
+    world.disk.standing.erase("/Trash/b");
+    const QString id = idAt(0);
+    screen.putBack(id);
+    HistoryScreenModel back;
+    back.setHistory(history.get());
+    const QSignalSpy changes(back.records(), &QAbstractItemModel::dataChanged);
+    world.settle();
+    EXPECT_GT(changes.count(), 0);
+    EXPECT_TRUE(back.records()->index(0).data(HistoryRecordsModel::CanPutBackRole).toBool());
+    EXPECT_FALSE(back.records()->index(0).data(HistoryRecordsModel::RestoringRole).toBool());
+    back.putBack(id);
+    world.settle();
+    EXPECT_EQ(back.message().toStdString(), S::historyPutBackPartial(0, 1));
+}
+
 TEST_F(HistoryScreen, clearingAsksWithTheCountOfRecords) {
     history->add("A", "systemJunk", cleanOf({"a"}));
     history->add("B", "systemJunk", cleanOf({"b"}));
@@ -305,6 +353,25 @@ TEST(AppModelEnd, whatAStoppedCleanHasMovedIsWrittenDown) {
     EXPECT_EQ(flow.phase(), ModuleViewModel::Phase::done);
     EXPECT_NE(contentsOf(file).find("moved"), std::string::npos);
     EXPECT_EQ(contentsOf(file).find("spared"), std::string::npos);
+}
+
+TEST(AppModelEnd, whatIsBeingPutBackIsWaitedForAndSettled) {
+    KitWorld world;
+    const HistoryWorld folders;
+    Gate gate;
+    world.services.restore = [&gate](std::span<const TrashedEntry> entries) {
+        gate.pass();
+        return RestoreResult{.restored = std::ssize(entries)};
+    };
+    AppModel app(world.services);
+    HistoryModel& history = *app.history();
+    const TrashedEntry moved{.original = URL::fromPath("/home/me/a"), .trashed = URL::fromPath("/Trash/a")};
+    history.add("A", "systemJunk", {.removedItems = 1, .reclaimedBytes = 5, .restorable = {moved}});
+    history.restore(history.records().front(), &app, {});
+    // Delivered when the patience is spent: what goes on waiting is the end of the program.
+    world.services.background->toMain(&app, [&gate] { gate.open(); });
+    EXPECT_TRUE(app.stopWork(std::chrono::milliseconds(1)));
+    EXPECT_EQ(contentsOf(history.fileURL()), "[]");
 }
 
 TEST(AppModelEnd, aScanThatDoesNotAnswerIsNotWaitedFor) {

@@ -22,7 +22,7 @@ AppModel::~AppModel() {
 bool AppModel::stopWork(std::chrono::milliseconds patience) {
     store_.cancelAll();
     bool ended = services_.background->drain(patience);
-    while (!ended && store_.isCleaning())
+    while (!ended && (store_.isCleaning() || !history_.restoring().empty()))
         ended = services_.background->drain(patience);
     return ended;
 }

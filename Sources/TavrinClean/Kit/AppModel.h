@@ -33,8 +33,9 @@ class AppModel : public QObject {
     ~AppModel() override;
 
     /// For the end of the program: tells scans and cleans to stop. Waits for a clean as long as it takes, so that what
-    /// it has moved is written down; for everything else no longer than `patience`. False when something still runs
-    /// then, in a file system that doesn't answer: only the end of the process ends that.
+    /// it has moved is written down, and for what is being put back; for everything else no longer than `patience`.
+    /// False when something still runs then, in a file system that doesn't answer: only the end of the process ends
+    /// that.
     [[nodiscard]] bool stopWork(std::chrono::milliseconds patience);
 
     /// The main interface has appeared: asks for leave to show banners. Once; further calls do nothing.

@@ -4,6 +4,7 @@
 #include "TavrinCore/Cleaning/HistoryList.h"
 
 #include <QPointer>
+#include <algorithm>
 #include <utility>
 
 namespace tavrin {
@@ -36,13 +37,25 @@ void HistoryModel::clear() {
 
 void HistoryModel::restore(const CleanupRecord& record, QObject* owner,
                            std::function<void(const RestoreResult&)> done) {
+    restoring_.push_back(record.id);
+    Q_EMIT restoringChanged();
     background_->run(
         Background::Lane::work, this, [restore = restore_, entries = record.entries] { return restore(entries); },
         [this, id = record.id, owner = QPointer<QObject>(owner), done = std::move(done)](const RestoreResult& result) {
-            settleRestore(records_, id, result.pending);
-            save();
+            settle(id, result);
             if (!owner.isNull() && done) done(result);
         });
+}
+
+bool HistoryModel::isRestoring(const UUID& id) const {
+    return std::ranges::find(restoring_, id) != restoring_.end();
+}
+
+void HistoryModel::settle(const UUID& id, const RestoreResult& result) {
+    std::erase(restoring_, id);
+    settleRestore(records_, id, result.pending);
+    save();
+    Q_EMIT restoringChanged();
 }
 
 void HistoryModel::save() {

@@ -45,19 +45,26 @@ class HistoryModel : public QObject {
     /// Forgets every record. Nothing leaves the Trash.
     void clear();
     /// Puts a record's entries back, off the main thread; `done` is called on it, unless `owner` is gone by then. The
-    /// record is settled in any case.
+    /// record is settled in any case. Not twice at once: a second run over the same entries would report as gone what
+    /// the first has just put back.
     void restore(const CleanupRecord& record, QObject* owner, std::function<void(const RestoreResult&)> done);
+    /// The records that are being put back, the latest last, whichever screen asked for it.
+    [[nodiscard]] const std::vector<UUID>& restoring() const { return restoring_; }
+    [[nodiscard]] bool isRestoring(const UUID& id) const;
 
   Q_SIGNALS:
     void recordsChanged();
+    void restoringChanged();
 
   private:
+    void settle(const UUID& id, const RestoreResult& result);
     void save();
 
     Background* background_;
     Restore restore_;
     HistoryStore store_;
     std::vector<CleanupRecord> records_;
+    std::vector<UUID> restoring_;
 };
 
 }  // namespace tavrin

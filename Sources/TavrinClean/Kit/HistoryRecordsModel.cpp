@@ -13,7 +13,10 @@ namespace tavrin {
 void HistoryRecordsModel::setHistory(HistoryModel* history) {
     if (!history_.isNull()) disconnect(history_, nullptr, this, nullptr);
     history_ = history;
-    if (history != nullptr) connect(history, &HistoryModel::recordsChanged, this, &HistoryRecordsModel::follow);
+    if (history != nullptr) {
+        connect(history, &HistoryModel::recordsChanged, this, &HistoryRecordsModel::follow);
+        connect(history, &HistoryModel::restoringChanged, this, [this] { emitAll({CanPutBackRole}); });
+    }
     beginResetModel();
     rows_ = history != nullptr ? history->records() : std::vector<CleanupRecord>();
     endResetModel();
@@ -62,11 +65,6 @@ void HistoryRecordsModel::setRestoring(const std::optional<UUID>& id) {
     emitAll({RestoringRole});
 }
 
-void HistoryRecordsModel::setBusy(const std::set<UUID>& ids) {
-    busy_ = ids;
-    emitAll({CanPutBackRole});
-}
-
 int HistoryRecordsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
@@ -85,7 +83,7 @@ QVariant HistoryRecordsModel::data(const QModelIndex& index, int role) const {
         case SummaryRole:
             return qtText(S::countItemsSize(record.itemCount, ByteFormatter::string(record.reclaimedBytes)));
         case CanPutBackRole:
-            return !record.entries.empty() && !busy_.contains(record.id);
+            return !record.entries.empty() && !history_.isNull() && !history_->isRestoring(record.id);
         case RestoringRole:
             return restoring_ == record.id;
         default:

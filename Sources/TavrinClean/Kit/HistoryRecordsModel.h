@@ -8,7 +8,6 @@
 #include <QAbstractListModel>
 #include <QPointer>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace tavrin {
@@ -39,8 +38,6 @@ class HistoryRecordsModel : public QAbstractListModel {
     void setHistory(HistoryModel* history);
     /// The row that shows the indicator; nil for none.
     void setRestoring(const std::optional<UUID>& id);
-    /// The records that are being put back, shown or not.
-    void setBusy(const std::set<UUID>& ids);
 
     [[nodiscard]] int count() const { return rowCount(); }
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -57,7 +54,6 @@ class HistoryRecordsModel : public QAbstractListModel {
     QPointer<HistoryModel> history_;
     std::vector<CleanupRecord> rows_;
     std::optional<UUID> restoring_;
-    std::set<UUID> busy_;
 };
 
 }  // namespace tavrin

@@ -15,7 +15,12 @@ void HistoryScreenModel::setHistory(HistoryModel* history) {
     if (history == history_ || !history_.isNull()) return;
     history_ = history;
     connect(history, &HistoryModel::recordsChanged, this, &HistoryScreenModel::recordsChanged);
+    connect(history, &HistoryModel::restoringChanged, this, [this] {
+        if (restoring_ && !history_->isRestoring(*restoring_)) setRestoring({});
+    });
     records_.setHistory(history);
+    // Begun on this screen before it was left the last time.
+    if (!history->restoring().empty()) setRestoring(history->restoring().back());
     Q_EMIT historyChanged();
     Q_EMIT recordsChanged();
 }
@@ -26,21 +31,20 @@ void HistoryScreenModel::putBack(const QString& recordId) {
     const auto& records = history_->records();
     const auto record = std::ranges::find(records, *id, &CleanupRecord::id);
     if (record == records.end() || record->entries.empty()) return;
-    // A second run over the same entries would report as gone what the first has just put back.
-    if (!inFlight_.insert(*id).second) return;
+    if (history_->isRestoring(*id)) return;
 
-    restoring_ = *id;
-    records_.setRestoring(restoring_);
-    records_.setBusy(inFlight_);
+    setRestoring(*id);
     setMessage({});
-    history_->restore(*record, this, [this, id = *id](const RestoreResult& result) { ended(id, result); });
+    history_->restore(*record, this, [this](const RestoreResult& result) { ended(result); });
 }
 
-void HistoryScreenModel::ended(const UUID& id, const RestoreResult& result) {
-    inFlight_.erase(id);
-    restoring_.reset();
-    records_.setRestoring(restoring_);
-    records_.setBusy(inFlight_);
+void HistoryScreenModel::setRestoring(const std::optional<UUID>& id) {
+    restoring_ = id;
+    records_.setRestoring(id);
+}
+
+void HistoryScreenModel::ended(const RestoreResult& result) {
+    setRestoring({});
     const auto failed = static_cast<std::int64_t>(result.failures.size());
     setMessage(qtText(failed == 0 ? S::historyPutBackDone(result.restored)
                                   : S::historyPutBackPartial(result.restored, failed)));

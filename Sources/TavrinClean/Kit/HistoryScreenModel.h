@@ -7,7 +7,6 @@
 #include <QObject>
 #include <QPointer>
 #include <optional>
-#include <set>
 
 namespace tavrin {
 
@@ -53,13 +52,13 @@ class HistoryScreenModel : public QObject {
     void confirmingClearChanged();
 
   private:
-    void ended(const UUID& id, const RestoreResult& result);
+    void ended(const RestoreResult& result);
+    void setRestoring(const std::optional<UUID>& id);
     void setMessage(const QString& message);
 
     QPointer<HistoryModel> history_;
     HistoryRecordsModel records_;
     std::optional<UUID> restoring_;
-    std::set<UUID> inFlight_;
     QString message_;
     bool confirmingClear_ = false;
 };
