@@ -75,6 +75,25 @@ TEST_F(Groups, aTapKeepsWhatWasToGoAndTheReverse) {
     EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(Groups, groupsAndPicturesAreFoundByTheirIds) {
+    scanned(ModuleKind::similarImages, {picture("a", "small"), picture("b", "small"), picture("c", "large"),
+                                        picture("d", "large"), picture("e", "large")});
+    EXPECT_EQ(groups->rowOf(at(1, GroupIdRole).toString()), 1);
+    EXPECT_EQ(groups->rowOf(QStringLiteral("another")), -1);
+    const QString b = groups->itemIdAt(1, 1);
+    EXPECT_EQ(b, itemsAt(1)->index(1, 0).data(ItemIdRole).toString());
+    EXPECT_EQ(groups->placeOf(b), QPoint(1, 1));
+    EXPECT_EQ(groups->placeOf(QStringLiteral("no id")), QPoint(-1, -1));
+    for (const auto& [row, item] : {std::pair(2, 0), {-1, 0}, {0, 3}, {0, -1}})
+        EXPECT_EQ(groups->itemIdAt(row, item), QString());
+    screen->setSearchText(QStringLiteral("b"));
+    world.settle();
+    EXPECT_EQ(groups->placeOf(b), QPoint(0, 0));
+    screen->setSearchText(QStringLiteral("a"));
+    world.settle();
+    EXPECT_EQ(groups->placeOf(b), QPoint(-1, -1));
+}
+
 TEST_F(Groups, aLanguagesFindingIsCalledByItWithItsFolderBelow) {
     scanned(ModuleKind::appLanguages, {language("A/fr.lproj", "French", 5)});
     const QModelIndex item = itemsAt(0)->index(0, 0);

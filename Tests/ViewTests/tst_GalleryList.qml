@@ -91,6 +91,45 @@ Item {
             tryVerify(() => current() === cells(cards()[0])[last])
         }
 
+        function search(keys) {
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            for (const key of keys) keyClick(key)
+            stage.settle()
+        }
+
+        function test_theKeyboardStaysOnItsPictureInASearchAndInAnotherOrder() {
+            gallery().moveTo(1, 1)
+            const url = current().url
+            search([Qt.Key_Minus, Qt.Key_1])
+            tryVerify(() => cells(cards()[0]).length !== 4)
+            gallery().forceActiveFocus(Qt.TabFocusReason)
+            compare(current().url, url)
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => cells(cards()[0]).length === 4)
+            compare(current().url, url)
+            const picker = Find.all(view, item => item instanceof MenuPicker)[0]
+            picker.activated(1)
+            stage.settle()
+            tryVerify(() => current() !== undefined)
+            compare(current().url, url)
+            picker.activated(0)
+            stage.settle()
+            tryVerify(() => cells(cards()[0]).length === 4)
+        }
+
+        function test_whereASearchHidesItsPictureTheKeyboardIsOnTheFirst() {
+            gallery().moveTo(1, 6)
+            const url = current().url
+            search([Qt.Key_2, Qt.Key_Minus, Qt.Key_0])
+            tryVerify(() => cards().length === 1)
+            compare(current(), cells(cards()[0])[0])
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => cards().length > 1)
+            compare(current().url, url)
+        }
+
         function test_theMarkTicksAndThePictureLooks() {
             const cell = cells(cards()[0])[1]
             mouseClick(cell, cell.width / 2 + 56 - 20, 24)

@@ -81,6 +81,22 @@ Item {
             tryVerify(() => !row("Árabe").Accessible.checked)
         }
 
+        function test_theKeyboardStaysOnItsLanguageInASearch() {
+            list().currentIndex = 3
+            compare(list().currentItem.name, "Japonés")
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            keyClick(Qt.Key_J)
+            stage.settle()
+            tryVerify(() => rows().length === 1)
+            keyClick(Qt.Key_Down)
+            compare(list().currentItem.name, "Japonés")
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => rows().length === 4)
+            compare(list().currentItem.name, "Japonés")
+        }
+
         function test_theSearchLooksAtTheLanguage() {
             keyClick(Qt.Key_F, Qt.ControlModifier)
             for (const key of [Qt.Key_J, Qt.Key_A, Qt.Key_P]) keyClick(key)

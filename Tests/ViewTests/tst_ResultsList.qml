@@ -30,6 +30,7 @@ Item {
         }
 
         function init() {
+            for (const field of Find.all(view, item => item instanceof SearchField)) field.clear()
             scan("findings")
         }
 
@@ -60,6 +61,17 @@ Item {
 
         function goTo(name) {
             list().currentIndex = row(name).index
+        }
+
+        function search(keys) {
+            keyClick(Qt.Key_F, Qt.ControlModifier)
+            for (const key of keys) keyClick(key)
+            stage.settle()
+        }
+
+        function sortBy(index) {
+            Find.all(view, item => item instanceof MenuPicker)[0].activated(index)
+            stage.settle()
         }
 
         function test_groupsStandByTheirWeightAndItemsBelowThem() {
@@ -161,12 +173,66 @@ Item {
 
         function test_theKeyboardStaysOnItsItemInAnotherOrder() {
             goTo("org.example.editor")
-            Find.all(view, item => item instanceof MenuPicker)[0].activated(1)
-            stage.settle()
+            sortBy(1)
             tryVerify(() => row("empty.folder").y < row("org.example.editor").y)
             tryVerify(() => list().currentItem.name === "org.example.editor")
-            Find.all(view, item => item instanceof MenuPicker)[0].activated(0)
+            sortBy(0)
+        }
+
+        function test_theKeyboardStaysOnItsItemInASearch() {
+            goTo("org.example.editor")
+            search([Qt.Key_E, Qt.Key_D, Qt.Key_I])
+            tryVerify(() => row("com.example.browser") === undefined)
+            keyClick(Qt.Key_Down)
+            compare(list().currentItem.name, "org.example.editor")
+            keyClick(Qt.Key_Space)
+            tryVerify(() => !row("org.example.editor").selected)
+            compare(selected(), S.moduleSelectedCount(5))
+            keyClick(Qt.Key_Escape)
             stage.settle()
+            tryVerify(() => row("com.example.browser") !== undefined)
+            compare(list().currentItem.name, "org.example.editor")
+            keyClick(Qt.Key_Space)
+            tryVerify(() => row("org.example.editor").selected)
+            compare(selected(), S.moduleSelectedCount(6))
+        }
+
+        function test_theKeyboardStaysOnItsItemInAnotherOrderOfASearch() {
+            goTo("org.example.editor")
+            search([Qt.Key_C, Qt.Key_A, Qt.Key_C, Qt.Key_H, Qt.Key_E])
+            tryVerify(() => row("install.log") === undefined)
+            sortBy(1)
+            tryVerify(() => row("empty.folder").y < row("org.example.editor").y)
+            compare(list().currentItem.name, "org.example.editor")
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            sortBy(0)
+        }
+
+        function test_whereASearchHidesItsItemTheKeyboardIsOnTheFirstRowAndLaterBack() {
+            goTo("install.log")
+            search([Qt.Key_E, Qt.Key_D, Qt.Key_I])
+            tryVerify(() => row("install.log") === undefined)
+            keyClick(Qt.Key_Down)
+            compare(list().currentIndex, 0)
+            verify(list().currentItem !== null)
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => row("install.log") !== undefined)
+            compare(list().currentItem.name, "install.log")
+        }
+
+        function test_fromASearchTheKeyboardTakesAlongWhereItWent() {
+            goTo("install.log")
+            search([Qt.Key_E, Qt.Key_D, Qt.Key_I])
+            tryVerify(() => row("install.log") === undefined)
+            keyClick(Qt.Key_Down)
+            keyClick(Qt.Key_Down)
+            const name = list().currentItem.name
+            keyClick(Qt.Key_Escape)
+            stage.settle()
+            tryVerify(() => row("install.log") !== undefined)
+            compare(list().currentItem.name, name)
         }
 
         function test_theMenuOfARowShowsItInTheFileManager() {

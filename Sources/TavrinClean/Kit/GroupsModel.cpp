@@ -3,6 +3,7 @@
 #include "TavrinClean/Kit/Arrangement.h"
 #include "TavrinClean/Kit/ItemData.h"
 #include "TavrinClean/Kit/ModuleViewModel.h"
+#include "TavrinClean/Kit/Text.h"
 
 #include <algorithm>
 #include <utility>
@@ -68,6 +69,29 @@ QVariant GroupsModel::data(const QModelIndex& index, int role) const {
     for (std::uint32_t at = group.begin; at < group.end; ++at)
         selected += flow_->selection().contains(arrangement_->order[at]) ? 1 : 0;
     return groupRoleValue(*arrangement_->findings, group, selected, role);
+}
+
+int GroupsModel::rowOf(const QString& groupId) const {
+    const auto group = groupWithHandle(*arrangement_->findings, groupId);
+    const auto place = group ? arrangement_->placeOfGroup(*group) : std::nullopt;
+    return place ? static_cast<int>(*place) : -1;
+}
+
+QPoint GroupsModel::placeOf(const QString& itemId) const {
+    const auto id = UUID::fromString(itemId.toStdString());
+    const auto item = id ? arrangement_->findings->itemWithId(*id) : std::nullopt;
+    const std::uint32_t place = item ? arrangement_->places[*item] : Arrangement::nowhere;
+    if (place == Arrangement::nowhere) return {-1, -1};
+    const std::uint32_t row = arrangement_->groupAt(place);
+    return {static_cast<int>(row), static_cast<int>(place - arrangement_->groups[row].begin)};
+}
+
+QString GroupsModel::itemIdAt(int row, int item) const {
+    if (row < 0 || row >= rowCount() || item < 0) return {};
+    const ArrangedGroup& group = arrangement_->groups[static_cast<std::size_t>(row)];
+    const auto number = static_cast<std::uint32_t>(item);
+    if (number >= group.count()) return {};
+    return qtText((*arrangement_->findings)[arrangement_->order[group.begin + number]].id.uuidString());
 }
 
 QObject* GroupsModel::itemsOf(std::uint32_t row) const {

@@ -4,6 +4,7 @@
 #include "TavrinClean/Kit/RowRoles.h"
 
 #include <QAbstractListModel>
+#include <QPoint>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -49,6 +50,16 @@ class GroupsModel : public QAbstractListModel {
     /// Shows `arrangement`, which belongs to the flow's present findings.
     void show(std::shared_ptr<const Arrangement> arrangement);
     void selectionChanged(const SelectionChange& change);
+
+    // How the keyboard stays where it is in another order and under a search.
+
+    /// Where a group stands, by the role `groupId`; -1 when it isn't shown.
+    Q_INVOKABLE int rowOf(const QString& groupId) const;
+    /// Where a finding stands, by the role `itemId`: x is its group's row, y its row among the group's. (-1, -1) when
+    /// it isn't shown.
+    Q_INVOKABLE QPoint placeOf(const QString& itemId) const;
+    /// The other way round; empty where nothing stands.
+    Q_INVOKABLE QString itemIdAt(int row, int item) const;
 
     [[nodiscard]] int count() const { return rowCount(); }
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

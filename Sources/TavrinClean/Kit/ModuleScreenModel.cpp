@@ -87,9 +87,7 @@ void ModuleScreenModel::connectFlow() {
     connect(flow, &ModuleViewModel::itemsChanged, this, &ModuleScreenModel::flowItemsChanged);
     connect(flow, &ModuleViewModel::selectionChanged, this, &ModuleScreenModel::flowSelectionChanged);
     connect(flow, &ModuleViewModel::arrangementChanged, this, &ModuleScreenModel::showArrangement);
-    connect(flow, &ModuleViewModel::arrangementChanged, this, &ModuleScreenModel::arrangingChanged);
     connect(flow, &ModuleViewModel::sortOrderChanged, this, &ModuleScreenModel::sortIndexChanged);
-    connect(flow, &ModuleViewModel::sortOrderChanged, this, &ModuleScreenModel::arrangingChanged);
     if (rows_ == nullptr) return;
     connect(facts_.get(), &ItemFacts::arrived, rows_.get(), &ResultsModel::factsChanged);
     connect(facts_.get(), &ItemFacts::runningAppsChanged, rows_.get(), &ResultsModel::runningAppsChanged);
@@ -107,6 +105,7 @@ void ModuleScreenModel::flowItemsChanged() {
     auto arrangement = query.empty() ? flow_->arrangement() : nothingOf(flow_->findings(), query);
     facts_->reset(flow_->findings());
     shown_ = arrangement;
+    filtering_ = !query.empty();
     if (rows_ != nullptr) rows_->reset(arrangement);
     if (groups_ != nullptr) groups_->show(arrangement);
     Q_EMIT itemsChanged();
@@ -125,7 +124,7 @@ void ModuleScreenModel::showArrangement() {
     const std::uint64_t number = ++*search_;
     const std::string query = searchForm(searchText_.toStdString());
     std::shared_ptr<const Arrangement> all = flow_->arrangement();
-    setFiltering(!query.empty());
+    filtering_ = !query.empty();
     if (query.empty()) return show(std::move(all));
     flow_->services().background->run(
         Background::Lane::quick, this,
@@ -135,7 +134,7 @@ void ModuleScreenModel::showArrangement() {
         },
         [this, number](std::shared_ptr<const Arrangement> arrangement) {
             if (number != *search_) return;
-            setFiltering(false);
+            filtering_ = false;
             show(std::move(arrangement));
         });
 }
@@ -145,11 +144,6 @@ void ModuleScreenModel::show(std::shared_ptr<const Arrangement> arrangement) {
     if (rows_ != nullptr) rows_->show(arrangement);
     if (groups_ != nullptr) groups_->show(arrangement);
     Q_EMIT shownChanged();
-}
-
-void ModuleScreenModel::setFiltering(bool filtering) {
-    if (std::exchange(filtering_, filtering) == filtering) return;
-    Q_EMIT arrangingChanged();
 }
 
 void ModuleScreenModel::setSearchText(const QString& text) {

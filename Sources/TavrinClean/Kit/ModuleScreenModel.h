@@ -76,8 +76,6 @@ class ModuleScreenModel : public QObject {
     Q_PROPERTY(bool nothingMatches READ nothingMatches NOTIFY shownChanged FINAL)
     Q_PROPERTY(QStringList sortLabels READ sortLabels NOTIFY opened FINAL)
     Q_PROPERTY(int sortIndex READ sortIndex WRITE setSortIndex NOTIFY sortIndexChanged FINAL)
-    /// A new order or search is on its way.
-    Q_PROPERTY(bool arranging READ arranging NOTIFY arrangingChanged FINAL)
 
     // The footer.
 
@@ -188,7 +186,6 @@ class ModuleScreenModel : public QObject {
     [[nodiscard]] QStringList sortLabels() const;
     [[nodiscard]] int sortIndex() const;
     void setSortIndex(int index);
-    [[nodiscard]] bool arranging() const;
     [[nodiscard]] bool showsFooter() const;
     [[nodiscard]] int selectedCount() const;
     [[nodiscard]] QString selectedCountText() const;
@@ -212,9 +209,9 @@ class ModuleScreenModel : public QObject {
     void progressChanged();
     void itemsChanged();
     void searchTextChanged();
+    /// The rows follow another order or search, or they are others.
     void shownChanged();
     void sortIndexChanged();
-    void arrangingChanged();
     void selectionChanged();
     void confirmingChanged();
 
@@ -226,7 +223,6 @@ class ModuleScreenModel : public QObject {
     void flowSelectionChanged(const SelectionChange& change);
     void showArrangement();
     void show(std::shared_ptr<const Arrangement> arrangement);
-    void setFiltering(bool filtering);
     void presentConfirmation(std::int64_t runningApps);
 
     QPointer<ModuleStore> store_;
@@ -240,6 +236,7 @@ class ModuleScreenModel : public QObject {
     QString searchText_;
     /// The number of the latest search. One that is no longer it isn't carried out, and dropped when it arrives.
     std::shared_ptr<std::atomic<std::uint64_t>> search_ = std::make_shared<std::atomic<std::uint64_t>>(0);
+    /// A search is on its way.
     bool filtering_ = false;
     bool confirming_ = false;
     QString confirmMessage_;

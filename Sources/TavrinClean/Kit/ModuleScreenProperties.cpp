@@ -119,10 +119,6 @@ int ModuleScreenModel::sortIndex() const {
     return static_cast<int>(std::ranges::find(orders, flow_->sortOrder()) - orders.begin());
 }
 
-bool ModuleScreenModel::arranging() const {
-    return filtering_ || (!flow_.isNull() && flow_->isArranging());
-}
-
 bool ModuleScreenModel::showsFooter() const {
     return phase() == Results && itemCount() > 0;
 }

@@ -18,12 +18,20 @@ FocusScope {
     /// The picture of the current set that the keyboard is on.
     property int currentCell: 0
 
+    // That picture, wherever another order puts it, and though a search hides it for a while.
+    property string currentId
+
     function currentCard() {
         return list.currentItem as GalleryCard
     }
 
     function moveTo(group, cell) {
         if (group < 0 || group >= list.count) return
+        place(group, cell)
+        currentId = screen.groups.itemIdAt(group, currentCell)
+    }
+
+    function place(group, cell) {
         list.currentIndex = group
         list.positionViewAtIndex(group, ListView.Contain)
         const card = currentCard()
@@ -31,6 +39,12 @@ FocusScope {
         const cellTop = card.y + card.cellTop(currentCell)
         if (cellTop < list.contentY) list.contentY = cellTop
         else if (cellTop + card.cellHeight > list.contentY + list.height) list.contentY = cellTop + card.cellHeight - list.height
+    }
+
+    function keepPlace() {
+        if (list.count === 0) return
+        const place = screen.groups.placeOf(currentId)
+        root.place(Math.max(0, place.x), Math.max(0, place.y))
     }
 
     function step(by) {
@@ -47,6 +61,12 @@ FocusScope {
         if (cell) act(cell)
     }
 
+    Component.onCompleted: moveTo(0, 0)
+
+    Connections {
+        target: root.screen
+        function onShownChanged() { root.keepPlace() }
+    }
     HintLine {
         id: hint
 
@@ -100,8 +120,7 @@ FocusScope {
                 menu.popup(cell, place)
             }
             onPressed: cell => {
-                list.currentIndex = index
-                root.currentCell = cell
+                root.moveTo(index, cell)
                 list.forceActiveFocus(Qt.MouseFocusReason)
             }
         }

@@ -15,6 +15,21 @@ FocusScope {
 
     required property ModuleScreenModel screen
 
+    // What the keyboard is on, though a search hides it for a while.
+    property string currentId
+    property bool placing: false
+
+    function keepPlace() {
+        placing = true
+        list.currentIndex = Math.max(0, screen.groups.rowOf(currentId))
+        placing = false
+    }
+
+    Connections {
+        target: root.screen
+        function onShownChanged() { root.keepPlace() }
+    }
+
     HintLine {
         id: hint
 
@@ -45,9 +60,13 @@ FocusScope {
                 Accessible.role: Accessible.List
                 Accessible.name: S.windowResults
 
+                onCurrentIndexChanged: {
+                    const row = currentItem as LanguageRow
+                    if (row && !root.placing) root.currentId = row.groupId
+                }
+
                 delegate: LanguageRow {
                     required property int index
-                    required property string groupId
 
                     width: ListView.view.width
                     focus: ListView.isCurrentItem

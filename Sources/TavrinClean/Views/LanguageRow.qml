@@ -10,6 +10,7 @@ import Tavrin.Words
 Item {
     id: root
 
+    required property string groupId
     required property string name
     required property string summary
     required property bool kept

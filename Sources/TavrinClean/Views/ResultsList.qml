@@ -15,8 +15,9 @@ FocusScope {
 
     required property ModuleScreenModel screen
 
-    // What the keyboard is on, wherever another order puts it.
+    // What the keyboard is on, wherever another order puts it, and though a search hides it for a while.
     property string currentId
+    property bool placing: false
 
     function currentRow() {
         return list.currentItem as ResultsRow
@@ -45,13 +46,14 @@ FocusScope {
     }
 
     function keepPlace() {
-        const row = screen.rows ? screen.rows.rowOf(currentId) : -1
-        if (row >= 0 && row !== list.currentIndex) list.currentIndex = row
+        placing = true
+        list.currentIndex = Math.max(0, screen.rows.rowOf(currentId))
+        placing = false
     }
 
     Connections {
         target: root.screen
-        function onArrangingChanged() { if (!root.screen.arranging) root.keepPlace() }
+        function onShownChanged() { root.keepPlace() }
     }
 
     ListView {
@@ -73,7 +75,7 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: S.windowResults
 
-        onCurrentItemChanged: if (root.currentRow()) root.currentId = root.currentRow().rowId
+        onCurrentIndexChanged: if (root.currentRow() && !root.placing) root.currentId = root.currentRow().rowId
 
         Keys.onSpacePressed: if (root.currentRow()) root.tick(root.currentRow())
         Keys.onReturnPressed: if (root.currentRow()) root.open(root.currentRow())
