@@ -75,6 +75,22 @@ TEST(Background, whatIsQuickDoesNotWaitForTheWork) {
     EXPECT_TRUE(answered);
 }
 
+TEST(Background, rowsThatGetNoAnswerHoldUpNoWork) {
+    Background background;
+    Gate gate;
+    QObject owner;
+    bool worked = false;
+    for (int i = 0; i < 40; ++i)
+        background.run(Lane::rows, [&gate] { gate.pass(); });
+    background.run(
+        Lane::work, &owner, [] { return true; }, [&worked](bool result) { worked = result; });
+    while (!worked)
+        QCoreApplication::processEvents();
+    gate.open();
+    background.drain();
+    EXPECT_TRUE(worked);
+}
+
 TEST(Background, whatIsQuickIsDoneInItsOrder) {
     Background background;
     QObject owner;

@@ -4,28 +4,45 @@
 #include <QDeadlineTimer>
 #include <QEvent>
 #include <QMetaObject>
+#include <algorithm>
+#include <initializer_list>
 
 namespace tavrin {
 namespace {
 
-/// Fifteen modules may scan at once, and a row be opened beside them.
+/// Fifteen modules may scan at once, and something be put back beside them.
 constexpr int kWorkers = 17;
+/// More than one, so that a row on a disk that sleeps doesn't keep those on another one waiting.
+constexpr int kRowReaders = 8;
 
 }  // namespace
 
 Background::Background() : mainThread_(std::make_unique<QObject>()) {
     work_.setMaxThreadCount(kWorkers);
+    rows_.setMaxThreadCount(kRowReaders);
     quick_.setMaxThreadCount(1);
 }
 
 Background::~Background() {
     work_.waitForDone();
+    rows_.waitForDone();
     quick_.waitForDone();
 }
 
 void Background::start(Lane lane, std::function<void()> work) {
-    QThreadPool& pool = lane == Lane::quick ? quick_ : work_;
-    pool.start(std::move(work));
+    poolOf(lane).start(std::move(work));
+}
+
+QThreadPool& Background::poolOf(Lane lane) {
+    switch (lane) {
+        case Lane::work:
+            return work_;
+        case Lane::rows:
+            return rows_;
+        case Lane::quick:
+            break;
+    }
+    return quick_;
 }
 
 void Background::toMain(const QPointer<QObject>& owner, std::function<void()> call) {
@@ -47,11 +64,12 @@ void Background::drain() {
 bool Background::drain(std::chrono::milliseconds patience) {
     const QDeadlineTimer deadline(patience);
     do {
-        for (QThreadPool* pool : {&work_, &quick_})
+        const std::initializer_list<QThreadPool*> pools{&work_, &rows_, &quick_};
+        for (QThreadPool* pool : pools)
             (void)pool->waitForDone(static_cast<int>(deadline.remainingTime()));
         QCoreApplication::sendPostedEvents(mainThread_.get(), QEvent::MetaCall);
         // In this order: what a thread brings back is counted before the thread has ended.
-        const bool allEnded = work_.activeThreadCount() == 0 && quick_.activeThreadCount() == 0;
+        const bool allEnded = std::ranges::all_of(pools, [](auto* pool) { return pool->activeThreadCount() == 0; });
         if (allEnded && undelivered_ == 0) return true;
     } while (!deadline.hasExpired());
     return false;

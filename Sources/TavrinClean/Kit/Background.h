@@ -21,6 +21,9 @@ class Background {
     enum class Lane {
         /// Scans, cleans, measuring: as long as it takes.
         work,
+        /// What the rows of a list ask the disk for. A file system that doesn't answer holds up other rows, and never a
+        /// scan or a clean.
+        rows,
         /// What somebody waits for with a finger on a key. One after the other, and never behind the work.
         quick,
     };
@@ -62,12 +65,14 @@ class Background {
     [[nodiscard]] bool drain(std::chrono::milliseconds patience);
 
   private:
+    [[nodiscard]] QThreadPool& poolOf(Lane lane);
     void start(Lane lane, std::function<void()> work);
 
     /// Lives on the main thread and outlives all work, so anybody can post to it.
     std::unique_ptr<QObject> mainThread_;
     std::atomic<int> undelivered_ = 0;
     QThreadPool work_;
+    QThreadPool rows_;
     QThreadPool quick_;
 };
 

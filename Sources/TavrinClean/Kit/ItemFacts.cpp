@@ -34,6 +34,7 @@ void ItemFacts::reset(std::shared_ptr<const Findings> findings) {
     findings_ = std::move(findings);
     known_.clear();
     asked_.clear();
+    due_.clear();
 }
 
 const ItemFact* ItemFacts::find(std::uint32_t item) {
@@ -47,16 +48,18 @@ const ItemFact* ItemFacts::find(std::uint32_t item) {
 }
 
 void ItemFacts::ask(std::uint32_t item) {
-    if (!asked_.insert(item).second || std::exchange(fetchIsDue_, true)) return;
+    if (!asked_.insert(item).second) return;
+    due_.push_back(item);
+    if (std::exchange(fetchIsDue_, true)) return;
     QMetaObject::invokeMethod(this, &ItemFacts::fetch, Qt::QueuedConnection);
 }
 
 void ItemFacts::fetch() {
     fetchIsDue_ = false;
-    if (findings_ == nullptr || asked_.empty()) return;
+    if (findings_ == nullptr || due_.empty()) return;
     services_->background->run(
-        Background::Lane::work, this,
-        [findings = findings_, items = std::vector(asked_.begin(), asked_.end()), running = running_,
+        Background::Lane::rows, this,
+        [findings = findings_, items = std::exchange(due_, {}), running = running_,
          installDate = showsDates_ ? services_->installDate : InstallDate()] {
             Facts facts;
             facts.reserve(items.size());

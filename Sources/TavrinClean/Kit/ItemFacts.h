@@ -65,7 +65,10 @@ class ItemFacts : public QObject {
     std::set<std::string> running_;
     std::uint64_t revision_ = 0;
     std::unordered_map<std::uint32_t, Known> known_;
+    /// Due or on their way.
     std::set<std::uint32_t> asked_;
+    /// Those of them that the next fetch takes along.
+    std::vector<std::uint32_t> due_;
     bool fetchIsDue_ = false;
 };
 

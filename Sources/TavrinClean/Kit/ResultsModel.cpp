@@ -279,7 +279,7 @@ void ResultsModel::toggleExpanded(const QString& itemId) {
 
 void ResultsModel::read(std::uint32_t item) {
     flow_->services().background->run(
-        Background::Lane::work, this,
+        Background::Lane::rows, this,
         [findings = arrangement_->findings, item, flag = reading_] {
             return childrenOf((*findings)[item], [flag] { return flag->value(); });
         },
