@@ -378,14 +378,32 @@ TEST_F(ResultsList, picturesAreKnownByCategoryAndByExtension) {
     EXPECT_TRUE(at(3, IsImageRole).toBool());
 }
 
-TEST_F(ResultsList, aScanReplacesEverythingThatWasOpened) {
-    scanned(ModuleKind::systemJunk, {finding("a", 5)});
+TEST_F(ResultsList, aClosedGroupStaysClosedAfterAnotherScan) {
+    scanned(ModuleKind::systemJunk, {finding("a", 5), finding("l", 9, ScanCategory::logs)});
     screen->toggleCollapsed(at(0, GroupIdRole).toString());
-    world.finds({finding("b", 5)});
+    EXPECT_EQ(names(), (Names{S::categoryLogs(), S::categoryUserCache(), "a"}));
+    // The group has another place among the findings then.
+    world.finds({finding("b", 5), finding("t", 7, ScanCategory::tempFiles), finding("m", 6, ScanCategory::logs)});
     screen->startScan();
     EXPECT_EQ(rows->rowCount(), 0);
     world.settle();
-    EXPECT_EQ(names(), (Names{S::categoryUserCache(), "b"}));
+    EXPECT_EQ(names(), (Names{S::categoryTempFiles(), "t", S::categoryLogs(), S::categoryUserCache(), "b"}));
+    screen->toggleCollapsed(at(2, GroupIdRole).toString());
+    EXPECT_EQ(rows->rowCount(), 6);
+}
+
+TEST_F(ResultsList, anOpenedRowIsClosedAfterAnotherScan) {
+    const TestFolder disk;
+    (void)disk.file("folder/one");
+    const auto folder = [&disk] { return finding((disk / "folder").path() + "/", 5); };
+    scanned(ModuleKind::systemJunk, {folder()});
+    screen->toggleExpanded(itemAt(1));
+    world.settle();
+    EXPECT_EQ(rows->rowCount(), 3);
+    world.finds({folder()});
+    screen->startScan();
+    world.settle();
+    EXPECT_EQ(names(), (Names{S::categoryUserCache(), "folder"}));
 }
 
 TEST_F(ResultsList, aRescanUnderASearchShowsOnlyWhatMatches) {

@@ -39,7 +39,7 @@ RowLayout ResultsModel::layoutOf(const std::shared_ptr<const Arrangement>& arran
     std::vector<bool> collapsed;
     collapsed.reserve(arrangement->groups.size());
     for (const ArrangedGroup& group : arrangement->groups)
-        collapsed.push_back(collapsed_.contains(group.group));
+        collapsed.push_back(collapsed_.contains(arrangement->findings->groupId(group.group)));
     std::vector<std::pair<std::uint32_t, int>> extras;
     for (const std::uint32_t item : expansions_.open()) {
         const std::uint32_t place = arrangement->places[item];
@@ -60,7 +60,6 @@ void ResultsModel::replace(std::shared_ptr<const Arrangement> arrangement) {
 void ResultsModel::reset(std::shared_ptr<const Arrangement> arrangement) {
     reading_->set();
     reading_ = std::make_shared<ManagedAtomicFlag>();
-    collapsed_.clear();
     expansions_.clear();
     replace(std::move(arrangement));
 }
@@ -232,14 +231,14 @@ void ResultsModel::toggleCollapsed(const QString& groupId) {
     if (!place) return;
     const int header = layout_.rowOfGroup(*place);
     if (layout_.isCollapsed(*place)) {
-        collapsed_.erase(*group);
+        collapsed_.erase(arrangement_->findings->groupId(*group));
         RowLayout opened = layoutOf(arrangement_);
         beginInsertRows({}, header + 1, header + opened.rowsBelowGroup(*place));
         layout_ = std::move(opened);
         endInsertRows();
     } else {
         beginRemoveRows({}, header + 1, header + layout_.rowsBelowGroup(*place));
-        collapsed_.insert(*group);
+        collapsed_.insert(arrangement_->findings->groupId(*group));
         layout_ = layoutOf(arrangement_);
         endRemoveRows();
     }

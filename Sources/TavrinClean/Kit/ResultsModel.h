@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace tavrin {
@@ -53,13 +54,13 @@ class ResultsModel : public QAbstractListModel {
     /// Shows `arrangement`, which belongs to the flow's present findings. Same rows in another order are a change of
     /// layout, anything else a reset.
     void show(std::shared_ptr<const Arrangement> arrangement);
-    /// Forgets what was opened and closed: the findings are others now.
+    /// The findings are others now: what was opened is forgotten, and closed groups stay closed.
     void reset(std::shared_ptr<const Arrangement> arrangement);
     void selectionChanged(const SelectionChange& change);
     void factsChanged(const std::vector<std::uint32_t>& items);
     void runningAppsChanged();
 
-    /// Opens or closes a group. A closed group stays closed in another order and under a search.
+    /// Opens or closes a group. A closed group stays closed in another order, under a search and after another scan.
     void toggleCollapsed(const QString& groupId);
     /// Opens or closes a row.
     void toggleExpanded(const QString& itemId);
@@ -99,8 +100,8 @@ class ResultsModel : public QAbstractListModel {
     ItemFacts* facts_;
     std::shared_ptr<const Arrangement> arrangement_;
     RowLayout layout_;
-    /// Indices of groups in the findings, not in the arrangement.
-    std::set<std::uint32_t> collapsed_;
+    /// Keys of groups, which the next findings have as well.
+    std::set<std::string> collapsed_;
     Expansions expansions_;
     /// The opened item whose rows have gone and are about to come again.
     std::optional<std::uint32_t> inChange_;
