@@ -168,12 +168,13 @@ struct Search : testing::Test {
 };
 
 TEST_F(Search, blanksAloneLeaveEverythingAsItIs) {
-    EXPECT_EQ(filtered(all, searchForm(" \t ")), all);
+    for (const char* blanks : {" \t ", "\u00A0", "\u2003\u3000", "\u0085\u2028"})
+        EXPECT_EQ(filtered(all, searchForm(blanks)), all);
 }
 
 TEST_F(Search, namesAndDetailsAreFoundWithoutRegardToCase) {
     EXPECT_EQ(found("  cAchE "), (Lines{S::categoryUserCache() + ": other", S::categoryLogs() + ": cache.log"}));
-    EXPECT_EQ(found("foo"), Lines{S::categoryUserCache() + ": other"});
+    EXPECT_EQ(found("\u3000foo\u00A0"), Lines{S::categoryUserCache() + ": other"});
 }
 
 TEST_F(Search, anAccentIsFoundHoweverItIsStored) {

@@ -54,6 +54,15 @@ TEST(Lowercased, bytesThatAreNoUTF8Survive) {
     EXPECT_NE(lowercased("A\xFF"), lowercased("A\xFE"));
 }
 
+TEST(Trimmed, whiteSpaceOfAnyKindGoesFromBothEndsAndStaysWithin) {
+    EXPECT_EQ(trimmed(" \t\n\r\f\v"), "");
+    EXPECT_EQ(trimmed(""), "");
+    EXPECT_EQ(trimmed("a"), "a");
+    EXPECT_EQ(trimmed(" a b "), "a b");
+    EXPECT_EQ(trimmed("\u00A0\u3000a\u2003é\u2028\u0085"), "a\u2003é");
+    EXPECT_EQ(trimmed(" \xFF "), "\xFF");
+}
+
 TEST(ComparisonForm, composedAndDecomposedAccentsAreTheSame) {
     EXPECT_EQ(comparisonForm("CAFE\u0301"), comparisonForm("café"));
     EXPECT_NE(comparisonForm("cafe"), comparisonForm("café"));

@@ -163,10 +163,7 @@ void Findings::prepare(const InstallDate& installDate) const {
 }
 
 std::string searchForm(std::string_view query) {
-    constexpr std::string_view blanks = " \t\n\r\f\v";
-    const std::size_t begin = query.find_first_not_of(blanks);
-    if (begin == std::string_view::npos) return {};
-    return comparisonForm(query.substr(begin, query.find_last_not_of(blanks) - begin + 1));
+    return comparisonForm(trimmed(query));
 }
 
 }  // namespace tavrin

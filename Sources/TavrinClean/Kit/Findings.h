@@ -88,7 +88,7 @@ class Findings {
     ComputedOnce<SearchText> searchText_;
 };
 
-/// What is searched for, and in: without blanks around it, without regard to case and to how accents are stored.
+/// What is searched for, and in: without white space around it, without regard to case and to how accents are stored.
 [[nodiscard]] std::string searchForm(std::string_view query);
 
 }  // namespace tavrin

@@ -83,6 +83,17 @@ std::string comparisonForm(std::string_view text) {
     return U_SUCCESS(error) ? composed : lower;
 }
 
+std::string_view trimmed(std::string_view text) {
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+        if (character >= 0 && u_isUWhiteSpace(character)) return;
+        if (begin == nullptr) begin = bytes.data();
+        end = bytes.data() + bytes.size();
+    });
+    return begin != nullptr ? std::string_view(begin, end) : std::string_view();
+}
+
 std::string lettersAndDigits(std::string_view comparisonForm) {
     std::string kept;
     forEachCharacter(comparisonForm, [&](UChar32 character, std::string_view bytes) {

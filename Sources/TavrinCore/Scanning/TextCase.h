@@ -17,6 +17,9 @@ namespace tavrin {
 /// however their accents are stored. Dots stay dots.
 [[nodiscard]] std::string comparisonForm(std::string_view text);
 
+/// Without the white space around it: every character that the Unicode Character Database calls so.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
 /// Only the letters and decimal digits of a comparison form, of any script.
 [[nodiscard]] std::string lettersAndDigits(std::string_view comparisonForm);
 
