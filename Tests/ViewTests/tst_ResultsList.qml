@@ -20,6 +20,22 @@ Item {
         focus: true
     }
 
+    Component {
+        id: itemRow
+
+        ItemRow {
+            name: "contract.pdf"
+            url: "file:///home/anna/Mail/contract.pdf"
+            detailIsPath: false
+            sizeText: "14 MB"
+            ticked: false
+            isFolder: false
+            isImage: false
+            redownloads: false
+            expanded: false
+        }
+    }
+
     TestCase {
         name: "ResultsList"
         when: windowShown
@@ -254,6 +270,29 @@ Item {
             verify(item.Accessible.checked)
             item.Accessible.pressAction()
             tryVerify(() => !item.Accessible.checked)
+        }
+
+        function test_screenReadersHearAllThatARowShows() {
+            const marked = row("com.example.music")
+            tryCompare(marked, "runningWarning", S.moduleRunningAppHelp)
+            const heard = Find.all(marked, item => item instanceof ItemRow)[0].Accessible.description
+            compare(heard, "Caches · " + S.moduleRunningAppHelp + " · 304 MB")
+        }
+
+        function test_screenReadersHearBadgeAndDateOfARow_data() {
+            return [
+                { tag: "nothing", mailBadge: "", detail: "", date: "", heard: "14 MB" },
+                { tag: "mail", mailBadge: "Re-downloads", detail: "", date: "", heard: "Re-downloads · 14 MB" },
+                { tag: "dated", mailBadge: "", detail: "PDF", date: "14 Mar 2026", heard: "PDF · 14 Mar 2026 · 14 MB" }]
+        }
+
+        function test_screenReadersHearBadgeAndDateOfARow(data) {
+            const made = createTemporaryObject(itemRow, page, { mailBadge: data.mailBadge, detail: data.detail, date: data.date, runningHelp: "" })
+            compare(made.Accessible.description, data.heard)
+            for (const mark of Find.all(made, item => item instanceof MailBadge || item instanceof DateMark)) {
+                compare(mark.Accessible.role, Accessible.StaticText)
+                verify(data.heard.includes(mark.Accessible.name) && mark.Accessible.name.length > 0)
+            }
         }
 
         function test_whereAFileLiesIsToldSafely() {

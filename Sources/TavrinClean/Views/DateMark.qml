@@ -13,6 +13,9 @@ Row {
 
     spacing: 10
 
+    Accessible.role: Accessible.StaticText
+    Accessible.name: date
+
     Symbol {
         anchors.verticalCenter: parent.verticalCenter
         key: "calendar"

@@ -37,6 +37,10 @@ Item {
     /// The keyboard is on this row.
     property bool current: false
 
+    function told(part: string): string {
+        return part.length > 0 ? part + " · " : ""
+    }
+
     signal toggled()
     signal expandToggled()
     signal preview()
@@ -47,7 +51,7 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: detail.length > 0 ? detail + " · " + sizeText : sizeText
+    Accessible.description: told(mailBadge) + told(detail) + told(date) + told(runningHelp) + sizeText
     Accessible.checkable: true
     Accessible.checked: ticked
     Accessible.onPressAction: toggled()

@@ -15,6 +15,9 @@ Row {
 
     spacing: 5
 
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
     Symbol {
         anchors.verticalCenter: parent.verticalCenter
         key: root.redownloads ? "arrow.down.circle" : "exclamationmark.triangle.fill"
