@@ -272,6 +272,18 @@ Item {
             tryVerify(() => !item.Accessible.checked)
         }
 
+        function test_screenReadersHearAndTurnAGroupsStateAndFold() {
+            const header = Find.all(row(S.categoryLogs), item => item instanceof GroupHeader)[0]
+            verify(header.Accessible.checkable && header.Accessible.checkStateMixed && !header.Accessible.checked)
+            compare(header.Accessible.description, "51 MB · " + S.windowHideContents)
+            header.Accessible.toggleAction()
+            tryVerify(() => header.Accessible.checked && !header.Accessible.checkStateMixed)
+            header.Accessible.pressAction()
+            tryCompare(header.Accessible, "description", "51 MB · " + S.windowShowContents)
+            header.Accessible.pressAction()
+            tryVerify(() => row("install.log") !== undefined)
+        }
+
         function test_screenReadersHearAllThatARowShows() {
             const marked = row("com.example.music")
             tryCompare(marked, "runningWarning", S.moduleRunningAppHelp)

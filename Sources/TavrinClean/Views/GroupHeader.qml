@@ -25,8 +25,12 @@ Item {
 
     Accessible.role: Accessible.Heading
     Accessible.name: title
-    Accessible.description: sizeText
+    Accessible.description: sizeText + " · " + (folded ? S.windowShowContents : S.windowHideContents)
+    Accessible.checkable: true
+    Accessible.checked: checkState === Qt.Checked
+    Accessible.checkStateMixed: checkState === Qt.PartiallyChecked
     Accessible.onPressAction: foldToggled()
+    Accessible.onToggleAction: ticked()
 
     Rectangle {
         anchors.fill: parent
