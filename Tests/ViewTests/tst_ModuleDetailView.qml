@@ -194,5 +194,27 @@ Item {
             compare(rows[0].reason, "You don't have permission to do that.")
             verify(Find.all(view, item => item.key === data.symbol).length === 1)
         }
+
+        function test_theKeyboardGoesThroughWhatFailedAndHearsWhereItLies() {
+            scanned("systemJunk", "findings")
+            tryVerify(() => button(S.actionClean) !== null)
+            stage.cleansGo("partly")
+            button(S.actionClean).clicked()
+            tryVerify(() => sheet() !== undefined)
+            Find.button(page.Window.window.contentItem, S.moduleConfirmAction).clicked()
+            stage.settle()
+            tryVerify(() => says(S.cleanFailuresTitle(3)))
+            const list = Find.all(view, item => item.Accessible.name === S.windowFailures)[0]
+            list.forceActiveFocus(Qt.TabFocusReason)
+            verify(list.currentItem.current && list.currentItem.activeFocus)
+            keyClick(Qt.Key_Down)
+            compare(list.currentIndex, 1)
+            const row = list.currentItem
+            verify(row.current && row.activeFocus)
+            verify(Find.all(row, item => item instanceof FocusRing)[0].visible)
+            verify(row.path.startsWith("/") && row.path.endsWith("/" + row.name), row.path)
+            compare(row.Accessible.description, row.reason + " · " + row.path)
+            tryVerify(() => Find.all(row, item => item instanceof HelpTip)[0].shown)
+        }
     }
 }

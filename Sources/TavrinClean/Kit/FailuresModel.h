@@ -18,7 +18,7 @@ class FailuresModel : public QAbstractListModel {
     enum Role {
         NameRole = Qt::UserRole + 1,
         ReasonRole,
-        /// The whole path, for a tool tip.
+        /// The whole path: several may bear one name.
         PathRole,
     };
 

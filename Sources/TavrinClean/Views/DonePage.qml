@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Tavrin.Kit
@@ -9,7 +10,7 @@ import Tavrin.Words
  *
  * DonePage { summary: screen.doneSummary; withFailures: true; reclaimed: true; failuresTitle: ...; failures: screen.failures }
  */
-Item {
+FocusScope {
     id: root
 
     required property string summary
@@ -69,10 +70,22 @@ Item {
 
                 anchors { fill: parent; margins: 6 }
                 clip: true
+                focus: root.withFailures
                 activeFocusOnTab: true
+                highlightMoveDuration: 0
                 boundsBehavior: Flickable.StopAtBounds
                 model: root.failures
-                delegate: FailureRow { width: ListView.view.width }
+                delegate: FailureRow {
+                    required property int index
+
+                    width: ListView.view.width
+                    focus: ListView.isCurrentItem
+                    current: ListView.isCurrentItem && list.activeFocus
+                    onPressed: {
+                        list.currentIndex = index
+                        list.forceActiveFocus(Qt.MouseFocusReason)
+                    }
+                }
                 T.ScrollBar.vertical: BrandScrollBar {}
 
                 Accessible.role: Accessible.List

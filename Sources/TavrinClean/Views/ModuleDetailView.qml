@@ -134,6 +134,7 @@ FocusScope {
             id: done
 
             DonePage {
+                focus: true
                 summary: flow.doneSummary
                 withFailures: flow.doneWithFailures
                 reclaimed: flow.doneReclaimed

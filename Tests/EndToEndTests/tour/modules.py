@@ -51,7 +51,7 @@ def clean(visit, key, tick):
 
 def reasons_to_stay(visit):
     """As far as the done view shows them."""
-    return {node.description for told in visit.window.all("list", visit.words.windowFailures)
+    return {node.description.partition(" · ")[0] for told in visit.window.all("list", visit.words.windowFailures)
             for node in visit.window.all("list item", within=told)}
 
 
