@@ -69,10 +69,10 @@ Item {
         Row {
             spacing: Theme.spacing
 
-            SearchField { placeholder: S.searchPlaceholder }
+            SearchField { placeholder: S.searchPlaceholder; clearName: S.windowClearSearch }
             MenuPicker { label: S.moduleSortBy; model: [S.categoryLogs, S.categoryTrash] }
         }
-        SearchField { placeholder: S.searchPlaceholder; text: "node_modules" }
+        SearchField { placeholder: S.searchPlaceholder; clearName: S.windowClearSearch; text: "node_modules" }
         Row {
             spacing: Theme.spacing
 

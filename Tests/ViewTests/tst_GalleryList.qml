@@ -91,6 +91,38 @@ Item {
             tryVerify(() => current() === cells(cards()[0])[last])
         }
 
+        function test_homeAndEndGoToTheFirstAndTheLastPicture() {
+            keyClick(Qt.Key_End)
+            tryVerify(() => current() === cells(cards().pop()).pop())
+            compare(cards().pop().itemCount, 10)
+            keyClick(Qt.Key_Home)
+            tryVerify(() => current() === cells(cards()[0])[0])
+        }
+
+        function test_aPageGoesFromSetToSetAndStopsAtTheEnds() {
+            keyClick(Qt.Key_PageDown)
+            tryVerify(() => cells(cards()[1]).includes(current()))
+            for (let i = 0; i < 5; ++i) keyClick(Qt.Key_PageDown)
+            tryVerify(() => current() === cells(cards().pop()).pop())
+            for (let i = 0; i < 8; ++i) keyClick(Qt.Key_PageUp)
+            tryVerify(() => current() === cells(cards()[0])[0])
+        }
+
+        function test_theKeyboardOpensTheMenuOfAPicture_data() {
+            return [{ tag: "menu", key: Qt.Key_Menu, modifiers: Qt.NoModifier }, { tag: "shift+f10", key: Qt.Key_F10, modifiers: Qt.ShiftModifier }]
+        }
+
+        function test_theKeyboardOpensTheMenuOfAPicture(data) {
+            const overlay = page.Window.window.contentItem
+            const url = current().url
+            keyClick(data.key, data.modifiers)
+            tryVerify(() => Find.button(overlay, S.actionShowInFinder) !== null)
+            stage.forget()
+            Find.button(overlay, S.actionShowInFinder).clicked()
+            compare(stage.asked(), ["show " + url])
+            tryVerify(() => Find.button(overlay, S.actionShowInFinder) === null)
+        }
+
         function search(keys) {
             keyClick(Qt.Key_F, Qt.ControlModifier)
             for (const key of keys) keyClick(key)

@@ -90,7 +90,7 @@ Item {
             tryVerify(() => rows().length === 1)
             keyClick(Qt.Key_Down)
             compare(list().currentItem.name, "Japonés")
-            keyClick(Qt.Key_F, Qt.ControlModifier)
+            verify(list().activeFocus)
             keyClick(Qt.Key_Escape)
             stage.settle()
             tryVerify(() => rows().length === 4)

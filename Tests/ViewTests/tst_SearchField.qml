@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Tavrin.Theme
+import "Find.js" as Find
 
 Item {
     id: page
@@ -11,7 +12,7 @@ Item {
     height: 300
     Keys.onEscapePressed: ++escapes
 
-    SearchField { id: field; placeholder: "Search…" }
+    SearchField { id: field; placeholder: "Search…"; clearName: "Clear the search" }
 
     TestCase {
         name: "SearchField"
@@ -43,6 +44,15 @@ Item {
             mouseClick(field, field.width - 18, field.height / 2)
             compare(field.text, "")
             verify(field.activeFocus)
+        }
+
+        function test_screenReadersFindTheCrossByItsName() {
+            verify(Find.button(field, "Clear the search") === null)
+            keyClick(Qt.Key_A)
+            const cross = Find.button(field, "Clear the search")
+            verify(!cross.Accessible.ignored)
+            cross.Accessible.pressAction()
+            compare(field.text, "")
         }
 
         function test_screenReadersHearWhatItIsFor() {

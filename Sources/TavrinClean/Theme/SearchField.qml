@@ -5,12 +5,14 @@ import Tavrin.Theme
 /**
  * A line to search by. Esc empties it first, and is left to others once it is empty.
  *
- * SearchField { placeholder: S.searchPlaceholder; onTextChanged: list.search = text }
+ * SearchField { placeholder: S.searchPlaceholder; clearName: S.windowClearSearch; onTextChanged: list.search = text }
  */
 T.TextField {
     id: root
 
     required property string placeholder
+    /// What screen readers say of the cross that empties it.
+    required property string clearName
 
     implicitWidth: 220
     implicitHeight: Theme.controlHeight
@@ -67,10 +69,9 @@ T.TextField {
         anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
         visible: root.text.length > 0
         symbol: "xmark.circle.fill"
-        name: root.placeholder
+        name: root.clearName
         size: 15
         focusPolicy: Qt.NoFocus
-        Accessible.ignored: true
         onClicked: {
             root.clear()
             root.forceActiveFocus()

@@ -56,6 +56,22 @@ FocusScope {
         else moveTo(list.currentIndex, cell)
     }
 
+    // As many lines as are in view, but no further than into the next set.
+    function turnPage(by) {
+        const card = currentCard()
+        if (!card) return
+        const lines = Math.max(1, Math.floor(list.height / (card.cellHeight + card.gap)))
+        const cell = currentCell + by * lines * card.columns
+        if (cell >= 0 && cell < card.itemCount) moveTo(list.currentIndex, cell)
+        else if (by > 0 && list.currentIndex < list.count - 1) moveTo(list.currentIndex + 1, currentCell % card.columns)
+        else if (by < 0 && list.currentIndex > 0) moveTo(list.currentIndex - 1, -1)
+        else moveTo(list.currentIndex, by > 0 ? -1 : 0)
+    }
+
+    function showMenu() {
+        withCell(cell => cell.menuWanted(Qt.point(20, 20)))
+    }
+
     function withCell(act) {
         const cell = currentCard()?.cellAt(currentCell)
         if (cell) act(cell)
@@ -100,10 +116,19 @@ FocusScope {
         Keys.onSpacePressed: root.withCell(cell => cell.toggled())
         Keys.onReturnPressed: root.withCell(cell => cell.preview())
         Keys.onEnterPressed: root.withCell(cell => cell.preview())
-        Keys.onMenuPressed: root.withCell(cell => cell.menuWanted(Qt.point(20, 20)))
+        Keys.onMenuPressed: root.showMenu()
         Keys.onEscapePressed: event => {
             event.accepted = root.screen.searchText.length > 0
             root.screen.searchText = ""
+        }
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home) root.moveTo(0, 0)
+            else if (event.key === Qt.Key_End) root.moveTo(count - 1, -1)
+            else if (event.key === Qt.Key_PageDown) root.turnPage(1)
+            else if (event.key === Qt.Key_PageUp) root.turnPage(-1)
+            else if (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier) root.showMenu()
+            else return
+            event.accepted = true
         }
 
         delegate: GalleryCard {

@@ -60,6 +60,10 @@ FocusScope {
                 Accessible.role: Accessible.List
                 Accessible.name: S.windowResults
 
+                Keys.onEscapePressed: event => {
+                    event.accepted = root.screen.searchText.length > 0
+                    root.screen.searchText = ""
+                }
                 onCurrentIndexChanged: {
                     const row = currentItem as LanguageRow
                     if (row && !root.placing) root.currentId = row.groupId

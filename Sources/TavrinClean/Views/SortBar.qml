@@ -44,6 +44,7 @@ Item {
             anchors { left: count.right; leftMargin: Theme.spacingLarge; verticalCenter: parent.verticalCenter }
             width: Math.min(260, picker.x - x - Theme.spacing)
             placeholder: S.searchPlaceholder
+            clearName: S.windowClearSearch
             text: root.searchText
             onTextChanged: if (text !== root.searchText) root.searched(text)
             Keys.onDownPressed: root.listWanted()
