@@ -25,7 +25,8 @@ Item {
         }
 
         function init() {
-            content.selection = "smartScan"
+            sidebar().restTime = 0
+            sidebar().choose("smartScan")
             row("smartScan").forceActiveFocus(Qt.TabFocusReason)
         }
 
@@ -35,6 +36,10 @@ Item {
 
         function row(key) {
             return rows().find(row => row.key === key)
+        }
+
+        function sidebar() {
+            return Find.all(content, item => item instanceof Sidebar)[0]
         }
 
         function detail() {
@@ -61,13 +66,57 @@ Item {
 
         function test_theArrowKeysGoThroughTheRowsAndStopAtTheEnds() {
             keyClick(Qt.Key_Up)
+            tryCompare(sidebar(), "passing", "")
             compare(content.selection, "smartScan")
             keyClick(Qt.Key_Down)
-            compare(content.selection, "dashboard")
+            tryCompare(content, "selection", "dashboard")
             verify(row("dashboard").activeFocus)
             for (let i = 0; i < 30; ++i) keyClick(Qt.Key_Down)
-            compare(content.selection, "diskMap")
-            verify(row("diskMap").visualFocus)
+            tryCompare(content, "selection", "diskMap")
+            verify(row("diskMap").visualFocus && row("diskMap").selected)
+        }
+
+        function pass(steps) {
+            // The arrow keys never rest.
+            sidebar().restTime = 1000000
+            for (let i = 0; i < steps; ++i) keyClick(Qt.Key_Down)
+        }
+
+        function test_whatTheArrowKeysPassIsNotOpened() {
+            pass(6)
+            verify(row("appLanguages").selected && row("appLanguages").visualFocus)
+            verify(!row("smartScan").selected)
+            compare(detail().screen, "smartScan")
+        }
+
+        function test_leavingTheRowsOpensTheOneThatTheArrowKeysAreOn() {
+            pass(6)
+            keyClick(Qt.Key_Tab)
+            compare(content.selection, "appLanguages")
+            compare(detail().screen, "appLanguages")
+            verify(detail().activeFocus)
+            compare(sidebar().passing, "")
+        }
+
+        function test_enterOpensTheRowThatTheArrowKeysAreOnAndDoesItsAct() {
+            pass(6)
+            stage.hold()
+            keyClick(Qt.Key_Return)
+            compare(content.selection, "appLanguages")
+            tryVerify(() => Find.button(detail(), S.actionStop) !== null)
+            stage.letGo()
+            stage.settle()
+        }
+
+        function test_aClickCountsAndNotWhereTheArrowKeysWere() {
+            pass(6)
+            mouseClick(row("history"))
+            compare(content.selection, "history")
+            verify(row("history").selected && !row("appLanguages").selected)
+            pass(1)
+            content.selection = "trash"
+            verify(row("trash").selected)
+            compare(sidebar().passing, "")
         }
 
         function test_aClickSelectsAndOneWithControlDeselects() {

@@ -7,8 +7,8 @@ import Tavrin.Views
 import Tavrin.Words
 
 /**
- * The list of screens. The arrow keys go through it, Tab leaves it; a click with Ctrl on the selected row, or one below
- * the last row, leaves nothing selected.
+ * The list of screens. The arrow keys go through it, and the screen follows once they rest; Tab leaves it. A click with
+ * Ctrl on the selected row, or one below the last row, leaves nothing selected.
  *
  * Sidebar { cleanup: App.cleanupModules; space: App.spaceModules; selection: now; onChosen: key => now = key }
  */
@@ -24,8 +24,15 @@ FocusScope {
     /// Enter on the row that is selected already: the screen's own first action is meant.
     signal entered()
 
+    /// How long the arrow keys rest before the screen follows, in milliseconds. A module that is merely passed isn't
+    /// opened: each that is opened may cost the oldest one what it has found.
+    property int restTime: 200
+    /// The row that the arrow keys are on, ahead of its screen; empty while they rest.
+    property string passing
+
+    readonly property string lit: passing.length > 0 ? passing : selection
     /// The row that Tab comes to.
-    readonly property string stop: selection.length > 0 ? selection : Screens.first
+    readonly property string stop: lit.length > 0 ? lit : Screens.first
 
     /// All rows from top to bottom.
     function entries() {
@@ -42,12 +49,33 @@ FocusScope {
 
     function step(by) {
         const all = entries()
-        const now = all.findIndex(row => row.key === selection)
+        const now = all.findIndex(row => row.key === lit)
         const row = all[Math.max(0, Math.min(all.length - 1, now < 0 ? 0 : now + by))]
-        // First, so that it knows that the keyboard came: the choice moves the focus as well.
+        // First, so that it knows that the keyboard came: the light moves the focus as well.
         row.forceActiveFocus(Qt.TabFocusReason)
-        root.chosen(row.key)
+        passing = row.key
+        rest.restart()
         reveal(row)
+    }
+
+    function choose(key) {
+        rest.stop()
+        chosen(key)
+        passing = ""
+    }
+
+    /// The screen follows now.
+    function arrive() {
+        if (passing.length > 0) choose(passing)
+    }
+
+    onSelectionChanged: passing = ""
+
+    Timer {
+        id: rest
+
+        interval: root.restTime
+        onTriggered: root.arrive()
     }
 
     Keys.onUpPressed: step(-1)
@@ -93,7 +121,7 @@ FocusScope {
 
         TapHandler {
             onTapped: eventPoint => {
-                if (list.mapFromItem(null, eventPoint.scenePosition).y > list.height) root.chosen("")
+                if (list.mapFromItem(null, eventPoint.scenePosition).y > list.height) root.choose("")
             }
         }
 
@@ -106,11 +134,17 @@ FocusScope {
 
             component Entry: SidebarEntry {
                 width: list.width
-                selected: key === root.selection
+                selected: key === root.lit
                 isStop: key === root.stop
-                onChosen: root.chosen(key)
-                onDeselected: root.chosen("")
-                onEntered: root.entered()
+                onChosen: root.choose(key)
+                onDeselected: root.choose("")
+                // Before the keyboard leaves, so that it comes to the screen that is lit.
+                Keys.onTabPressed: event => { root.arrive(); event.accepted = false }
+                Keys.onBacktabPressed: event => { root.arrive(); event.accepted = false }
+                onEntered: {
+                    root.arrive()
+                    root.entered()
+                }
             }
             component ModuleEntry: Entry {
                 required property string capsule
