@@ -1,5 +1,6 @@
 #include "TavrinClean/Kit/AppModel.h"
 #include "TavrinClean/KitModule/KitTypes.h"
+#include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinClean/Platform/SingleInstance.h"
 #include "TavrinClean/Program/DisplayCheck.h"
 #include "TavrinClean/Program/FirstFrame.h"
@@ -38,7 +39,7 @@ void furnish(tavrin::MainWindow& window, QQmlEngine& engine) {
 int main(int argc, char** argv) {
     const auto application = startApplication(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tavrin-clean"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.tavrin.Clean"));
+    QGuiApplication::setDesktopFileName(tavrin::programId.toString());
 
     tavrin::SingleInstance instance;
     switch (instance.claim()) {

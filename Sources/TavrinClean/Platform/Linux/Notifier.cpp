@@ -2,6 +2,7 @@
 #include "TavrinClean/Platform/Notifier.h"
 
 #include "TavrinClean/Platform/Linux/SessionBus.h"
+#include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinCore/Strings.h"
 
 #include <QDBusMessage>
@@ -29,7 +30,7 @@ void Notifier::notify(const std::string& title, const std::string& text) {
     // 0 replaces none of those that are shown; -1 leaves to the desktop how long it stands.
     call << QString::fromUtf8(S::appName.data(), static_cast<qsizetype>(S::appName.size())) << 0U
          << QStringLiteral("tavrin-clean") << QString::fromStdString(title) << body(text) << QStringList()
-         << QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("tavrin-clean")},
+         << QVariantMap{{QStringLiteral("desktop-entry"), programId.toString()},
                         {QStringLiteral("sound-name"), QStringLiteral("complete")}}
          << -1;
     sendOnSessionBus(call);

@@ -4,6 +4,7 @@
 
 #include "SingleInstanceAdaptor.h"
 #include "TavrinClean/Platform/Linux/SessionBus.h"
+#include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinCore/Platform/Folders.h"
 
 #include <pwd.h>
@@ -35,7 +36,7 @@ std::string homeOfAccount() {
 
 QString serviceName() {
     const std::string home = homeFolder().path();
-    const QString name = QStringLiteral("org.tavrin.Clean");
+    const QString name = programId.toString();
     if (home == homeOfAccount()) return name;
     const QByteArray hash = QCryptographicHash::hash(QByteArray::fromStdString(home), QCryptographicHash::Sha256);
     return name + QStringLiteral(".home") + QString::fromLatin1(hash.toHex().left(16));

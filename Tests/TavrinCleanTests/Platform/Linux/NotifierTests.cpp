@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
@@ -90,6 +91,8 @@ TEST(Notifier, twoCleansGiveTwoBanners) {
     EXPECT_EQ(first[1].toUInt(), 0U);
     EXPECT_EQ(first[3].toString(), QStringLiteral("first"));
     EXPECT_EQ(first[4].toString(), QStringLiteral("1 item · 5 KB"));
+    EXPECT_EQ(qdbus_cast<QVariantMap>(first[6])[QStringLiteral("desktop-entry")].toString(),
+              QStringLiteral("org.tavrin.Clean"));
     EXPECT_EQ(first[7].toInt(), -1);
     EXPECT_EQ(server.banners[1][1].toUInt(), 0U);
     EXPECT_EQ(server.banners[1][4].toString(), QStringLiteral("a &lt; b &amp; c"));
