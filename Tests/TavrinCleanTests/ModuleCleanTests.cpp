@@ -182,6 +182,21 @@ TEST_F(ModuleClean, languagesOfStoreBoughtAppsAreLeftAlone) {
     EXPECT_TRUE(flow->items().front().isSelected);
 }
 
+TEST_F(ModuleClean, whatTheCleanerCouldNotDoIsToldBeforeWhatWasSpared) {
+    const TestFolder disk;
+    (void)disk.file("Bought.app/Contents/_MASReceipt/receipt");
+    const std::string bought = (disk / "Bought.app/Contents/Resources/fr.lproj").path();
+    const std::string refused = (disk / "Free.app/Contents/Resources/fr.lproj").path();
+    world.disk.refusals[refused] = EACCES;
+    scanned(ModuleKind::appLanguages, {ticked(finding(bought, 5, ScanCategory::appLanguage)),
+                                       ticked(finding(refused, 5, ScanCategory::appLanguage))});
+    clean();
+    ASSERT_EQ(flow->done().failures.size(), 2U);
+    EXPECT_EQ(flow->done().failures[0].url.path(), refused);
+    EXPECT_EQ(flow->done().failures[1].url.path(), bought);
+    EXPECT_EQ(flow->done().failures[1].reason, S::moduleMASProtected());
+}
+
 TEST_F(ModuleClean, withOnlyStoreBoughtAppsTheCleanerRunsOnNothing) {
     const TestFolder disk;
     (void)disk.file("Bought.app/Contents/_MASReceipt/receipt");
@@ -224,6 +239,22 @@ TEST_F(ModuleClean, afterAnUninstallTheDockIsTidiedOfEverythingTicked) {
     clean();
     ASSERT_EQ(world.tidiedDocks.size(), 1U);
     EXPECT_EQ(world.tidiedDocks.front(), (std::set<std::string>{"/home/me/Gone.app", "/home/me/Refused.app"}));
+}
+
+TEST_F(ModuleClean, theListIsSettledFirstThenPhaseSidebarBannerAndDockAreTold) {
+    std::vector<std::string> told;
+    world.services.notify = [&told](const auto&, const auto&) { told.emplace_back("banner"); };
+    world.services.tidyDock = [&told](const auto&) { told.emplace_back("dock"); };
+    scanned(ModuleKind::uninstaller, {ticked(finding("Gone.app", 5)), finding("Kept.app", 7)});
+    const auto itemsAndPhase = [this] {
+        return namesOf(flow->items()).front() + (flow->phase() == Phase::done ? " done" : "");
+    };
+    QObject::connect(flow.get(), &ModuleViewModel::phaseChanged, flow.get(), [&] {
+        if (flow->phase() == Phase::done) told.push_back("phase: " + itemsAndPhase());
+    });
+    flow->onReclaimableChange = [&](auto...) { told.push_back("sidebar: " + itemsAndPhase()); };
+    clean();
+    EXPECT_EQ(told, (std::vector<std::string>{"phase: Kept.app done", "sidebar: Kept.app done", "banner", "dock"}));
 }
 
 TEST_F(ModuleClean, noOtherModuleTouchesTheDock) {

@@ -8,6 +8,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <stdexcept>
 
 namespace tavrin::test {
 namespace {
@@ -18,6 +19,11 @@ struct Store : testing::Test {
     KitWorld world;
     ModuleStore store{world.services, nullptr};
 
+    /// So that what was opened before is let go.
+    void openThreeOthers() {
+        for (const ModuleKind kind : {ModuleKind::duplicates, ModuleKind::largeFiles, ModuleKind::loginItems})
+            (void)store.viewModel(kind);
+    }
     ModuleViewModel& scanned(ModuleKind kind) {
         ModuleViewModel& flow = store.viewModel(kind);
         flow.startScan();
@@ -58,8 +64,7 @@ TEST_F(Store, aFourthModuleLetsTheOldestsFindingsGo) {
 TEST_F(Store, theSidebarsFigureOutlivesTheFindings) {
     world.finds({finding("a", 10)});
     (void)scanned(ModuleKind::systemJunk);
-    for (const ModuleKind kind : {ModuleKind::duplicates, ModuleKind::largeFiles, ModuleKind::loginItems})
-        (void)store.viewModel(kind);
+    openThreeOthers();
     ModuleViewModel& reopened = store.viewModel(ModuleKind::systemJunk);
     EXPECT_EQ(reopened.phase(), Phase::idle);
     EXPECT_TRUE(reopened.items().empty());
@@ -74,8 +79,7 @@ TEST_F(Store, aBusyModuleKeepsItsScanAndItsResults) {
     });
     ModuleViewModel& busy = store.viewModel(ModuleKind::systemJunk);
     busy.startScan();
-    for (const ModuleKind kind : {ModuleKind::duplicates, ModuleKind::largeFiles, ModuleKind::loginItems})
-        (void)store.viewModel(kind);
+    openThreeOthers();
     EXPECT_EQ(busy.phase(), Phase::scanning);
     EXPECT_EQ(store.recent().size(), 3U);
     gate.open();
@@ -92,9 +96,47 @@ TEST_F(Store, aModuleThatIsDoneIsLetGoToo) {
     flow.clean();
     world.settle();
     ASSERT_EQ(flow.phase(), Phase::done);
-    for (const ModuleKind kind : {ModuleKind::duplicates, ModuleKind::largeFiles, ModuleKind::loginItems})
-        (void)store.viewModel(kind);
+    openThreeOthers();
     EXPECT_EQ(flow.phase(), Phase::idle);
+}
+
+TEST_F(Store, aModuleThatCleansIsPassedOver) {
+    world.finds({ticked(finding("a", 10)), finding("b", 7)});
+    ModuleViewModel& flow = scanned(ModuleKind::systemJunk);
+    Gate gate;
+    world.beforeClean = [&gate](const auto&, const auto&) { gate.pass(); };
+    flow.clean();
+    openThreeOthers();
+    EXPECT_EQ(flow.phase(), Phase::cleaning);
+    EXPECT_EQ(flow.items().size(), 2U);
+    gate.open();
+    world.settle();
+    EXPECT_EQ(flow.phase(), Phase::done);
+    EXPECT_EQ(flow.items().size(), 1U);
+}
+
+TEST_F(Store, aModuleThatFailedOrHadNoAccessIsLetGoToo) {
+    const auto error = [](const auto& thrown) {
+        return [thrown](const auto&, const auto&) -> std::vector<CleanableItem> { throw thrown; };
+    };
+    world.scans = {error(std::runtime_error("broken")), error(ScanError::accessDenied(URL()))};
+    for (const Phase phase : {Phase::failed, Phase::needsAccess}) {
+        ModuleViewModel& flow = scanned(ModuleKind::systemJunk);
+        EXPECT_EQ(flow.phase(), phase);
+        openThreeOthers();
+        EXPECT_EQ(flow.phase(), Phase::idle);
+    }
+}
+
+TEST_F(Store, howManyFoldersWereBlockedOutlivesTheFindings) {
+    world.scans.push_back([](const ProgressCallback& progress, const auto&) {
+        progress({.phase = "end", .fractionCompleted = 1.0, .blockedFolders = 2});
+        return std::vector{finding("a", 1)};
+    });
+    ModuleViewModel& flow = scanned(ModuleKind::systemJunk);
+    openThreeOthers();
+    EXPECT_EQ(flow.phase(), Phase::idle);
+    EXPECT_EQ(flow.blockedFolders(), 2);
 }
 
 TEST_F(Store, theHistoryGivenLastIsTheOneThatIsWritten) {

@@ -1,4 +1,6 @@
 #include "KitWorld.h"
+#include "Support/LockedFolder.h"
+#include "Support/OrdinaryUser.h"
 #include "TavrinClean/Kit/ModuleScreenModel.h"
 #include "TavrinClean/Kit/ModuleViewModel.h"
 #include "TavrinClean/Kit/ResultsModel.h"
@@ -8,6 +10,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <filesystem>
 
 namespace tavrin::test {
 namespace {
@@ -247,18 +250,27 @@ TEST_F(ResultsList, fiftyEntriesAreShownAndTheRestIsCounted) {
     EXPECT_EQ(text(52, NameRole), S::moduleMoreItems(1));
 }
 
-TEST_F(ResultsList, aFolderThatIsEmptyOrGoneSaysSo) {
+TEST_F(ResultsList, aFolderThatIsEmptyOrLockedOrGoneSaysThatItIsEmpty) {
+    // The threads of the background begin with the rights of this one.
+    const OrdinaryUser ordinary;
     const TestFolder disk;
     (void)disk.folder("empty");
-    scanned(ModuleKind::systemJunk, {finding((disk / "empty").path(), 5)});
+    (void)disk.folder("locked/inside");
+    (void)disk.folder("gone/inside");
+    const LockedFolder locked(disk / "locked");
+    scanned(ModuleKind::systemJunk, {finding((disk / "empty").path(), 7), finding((disk / "locked").path(), 6),
+                                     finding((disk / "gone").path(), 5)});
+    for (int row = 1; row <= 3; ++row)
+        (void)at(row, ExpandableRole);
     world.settle();
-    (void)at(1, ExpandableRole);
-    world.settle();
-    screen->toggleExpanded(itemAt(1));
-    world.settle();
-    ASSERT_EQ(rows->rowCount(), 3);
-    EXPECT_EQ(text(2, NameRole), S::moduleEmptyFolder());
-    EXPECT_EQ(at(2, KindRole).toInt(), ResultsModel::Note);
+    std::filesystem::remove_all((disk / "gone").path());
+    for (int row = 1; row <= 5; row += 2) {
+        screen->toggleExpanded(itemAt(row));
+        world.settle();
+        EXPECT_EQ(text(row + 1, NameRole), S::moduleEmptyFolder()) << text(row, NameRole);
+        EXPECT_EQ(at(row + 1, KindRole).toInt(), ResultsModel::Note);
+    }
+    EXPECT_EQ(rows->rowCount(), 7);
 }
 
 TEST_F(ResultsList, whatGoesWithAFindingIsShownInPlaceOfItsContent) {

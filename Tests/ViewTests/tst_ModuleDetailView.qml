@@ -112,11 +112,66 @@ Item {
             tryVerify(() => says(S.moduleScanPartial(2)))
         }
 
+        function confirm() {
+            button(S.actionClean).clicked()
+            tryVerify(() => sheet() !== undefined)
+            Find.button(page.Window.window.contentItem, S.moduleConfirmAction).clicked()
+        }
+
+        function shows(type) {
+            return Find.all(view, item => item instanceof type).length === 1
+        }
+
         function test_aModuleWithANoteShowsItInEveryPhase() {
-            open("uninstaller")
-            verify(says(S.moduleNoteUninstaller))
-            scanned("screenshots", "findings")
+            const showsItOn = type => {
+                tryVerify(() => shows(type))
+                verify(says(S.moduleNoteYourFiles), type)
+            }
+            open("downloadsJunk")
+            showsItOn(IdlePage)
+            stage.hold()
+            button(S.actionScan).clicked()
+            showsItOn(ScanningPage)
+            stage.letGo()
+            stage.settle()
+            showsItOn(ResultsPage)
+            stage.hold()
+            confirm()
+            showsItOn(ScanningPage)
+            stage.letGo()
+            stage.settle()
+            showsItOn(DonePage)
+            stage.scansGo("denied")
+            button(S.actionScan).clicked()
+            stage.settle()
+            showsItOn(AccessPage)
+            stage.scansGo("broken")
+            button(S.actionScanAgain).clicked()
+            stage.settle()
+            tryVerify(() => says(S.moduleError("the disk went away")))
             verify(says(S.moduleNoteYourFiles))
+        }
+
+        function test_mailIsAskedAboutWithItsWarningAndHasItsOwnSummary() {
+            scanned("mailAttachments", "findings")
+            tryVerify(() => button(S.actionSelectAll) !== null)
+            button(S.actionSelectAll).clicked()
+            button(S.actionClean).clicked()
+            tryVerify(() => sheet() !== undefined)
+            compare(sheet().Accessible.description, S.moduleConfirmMove(3, "20.5 MB") + S.moduleConfirmMailWarning)
+            Find.button(page.Window.window.contentItem, S.moduleConfirmAction).clicked()
+            stage.settle()
+            tryVerify(() => says(S.moduleDoneMail("20.5 MB", 3)))
+        }
+
+        function test_theEyeOfAPictureLooksAtIt() {
+            scanned("screenshots", "findings")
+            tryVerify(() => button(S.actionQuickLook) !== null)
+            const eye = button(S.actionQuickLook)
+            const row = Find.all(view, item => item instanceof ItemRow).find(row => Find.button(row, S.actionQuickLook) === eye)
+            mouseClick(eye)
+            compare(QuickLook.url, row.url)
+            QuickLook.close()
         }
 
         function test_theFooterSelectsAllAndNone() {
@@ -184,9 +239,7 @@ Item {
             scanned("systemJunk", "findings")
             tryVerify(() => button(S.actionClean) !== null)
             stage.cleansGo(data.tag)
-            button(S.actionClean).clicked()
-            tryVerify(() => sheet() !== undefined)
-            Find.button(page.Window.window.contentItem, S.moduleConfirmAction).clicked()
+            confirm()
             stage.settle()
             tryVerify(() => says(S.cleanFailuresTitle(data.failures)))
             const rows = Find.all(view, item => item instanceof FailureRow)
@@ -199,9 +252,7 @@ Item {
             scanned("systemJunk", "findings")
             tryVerify(() => button(S.actionClean) !== null)
             stage.cleansGo("partly")
-            button(S.actionClean).clicked()
-            tryVerify(() => sheet() !== undefined)
-            Find.button(page.Window.window.contentItem, S.moduleConfirmAction).clicked()
+            confirm()
             stage.settle()
             tryVerify(() => says(S.cleanFailuresTitle(3)))
             const list = Find.all(view, item => item.Accessible.name === S.windowFailures)[0]

@@ -263,6 +263,50 @@ Item {
             tryVerify(() => Find.button(overlay, S.actionShowInFinder) === null)
         }
 
+        function test_theKeyboardOpensTheMenuOfARow_data() {
+            return [{ tag: "menu", key: Qt.Key_Menu, modifiers: Qt.NoModifier }, { tag: "shift+f10", key: Qt.Key_F10, modifiers: Qt.ShiftModifier }]
+        }
+
+        function test_theKeyboardOpensTheMenuOfARow(data) {
+            goTo("install.log")
+            const url = list().currentItem.url
+            keyClick(data.key, data.modifiers)
+            const overlay = page.Window.window.contentItem
+            tryVerify(() => Find.button(overlay, S.actionQuickLook) !== null)
+            Find.button(overlay, S.actionQuickLook).clicked()
+            tryCompare(QuickLook, "url", url)
+            QuickLook.close()
+            tryVerify(() => Find.button(overlay, S.actionQuickLook) === null)
+        }
+
+        function test_enterLooksAtAFile() {
+            goTo("install.log")
+            tryVerify(() => !list().currentItem.expandable)
+            keyClick(Qt.Key_Return)
+            compare(QuickLook.url, list().currentItem.url)
+            QuickLook.close()
+        }
+
+        function test_enterLooksAtWhatLiesInAFolder() {
+            goTo("com.example.browser")
+            tryVerify(() => list().currentItem.expandable)
+            keyClick(Qt.Key_Right)
+            stage.settle()
+            tryVerify(() => row("entry-0") !== undefined)
+            keyClick(Qt.Key_Down)
+            compare(list().currentItem.kind, ResultsModel.Child)
+            keyClick(Qt.Key_Return)
+            compare(QuickLook.url, row("entry-0").url)
+            QuickLook.close()
+        }
+
+        function test_namesStandBelowOneAnotherWithAChevronOrWithout() {
+            const placeOfName = row => Find.all(row, item => item.text === row.name)[0].mapToItem(view, 0, 0).x
+            tryVerify(() => row("Editor").expandable)
+            verify(!row("install.log").expandable)
+            compare(placeOfName(row("install.log")), placeOfName(row("Editor")))
+        }
+
         function test_screenReadersTickARowAndHearItsState() {
             const item = Find.all(row("com.example.browser"), item => item instanceof ItemRow)[0]
             compare(item.Accessible.role, Accessible.ListItem)

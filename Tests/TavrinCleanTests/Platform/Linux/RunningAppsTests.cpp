@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QProcess>
+#include <filesystem>
+
 namespace tavrin::test {
 namespace {
 
@@ -74,8 +77,20 @@ TEST_F(Processes, ofOthersAreNobodysHere) {
     EXPECT_TRUE(identifiersOfProcesses(proc.url(), ::geteuid() + 1).empty());
 }
 
-TEST(RunningApps, theRealOnesCanBeAsked) {
-    EXPECT_FALSE(RunningApps::bundleIDs().contains(""));
+TEST(RunningApps, anAppThatReallyRunsIsAmongThemUntilItHasQuit) {
+    const TestFolder apps;
+    (void)apps.file("Known.app/Contents/Info.plist", infoPlist("org.tavrin.Test.Known"));
+    const URL executable = apps / "Known.app/Contents/MacOS/known";
+    (void)apps.folder("Known.app/Contents/MacOS");
+    std::filesystem::copy_file("/bin/cat", executable.path());
+    QProcess process;
+    process.start(QString::fromStdString(executable.path()));
+    ASSERT_TRUE(process.waitForStarted());
+    EXPECT_TRUE(RunningApps::bundleIDs().contains("org.tavrin.test.known"));
+    // It reads what it is told, and ends with it.
+    process.closeWriteChannel();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_FALSE(RunningApps::bundleIDs().contains("org.tavrin.test.known"));
 }
 
 }  // namespace
