@@ -68,7 +68,6 @@ std::string infoPlist(const std::string& bundleID) {
 
 KitWorld::KitWorld() {
     services.background = std::make_shared<Background>();
-    services.hasScanner = [](ModuleKind) { return true; };
     services.makeScanner = [this](ModuleKind kind) -> std::unique_ptr<Scanner> {
         const Scan& scan = scans.at(std::min(nextScan_, scans.size() - 1));
         ++nextScan_;

@@ -227,13 +227,6 @@ TEST_F(ModuleScan, aRunningAppsFindingMayBeTickedByHand) {
     EXPECT_EQ(flow.selectedItems().size(), 1U);
 }
 
-TEST_F(ModuleScan, aModuleThatCannotBeScannedStaysAsItIs) {
-    world.services.hasScanner = [](ModuleKind) { return false; };
-    flow.startScan();
-    world.settle();
-    EXPECT_EQ(flow.phase(), Phase::idle);
-}
-
 TEST_F(ModuleScan, everythingStandsWhenThePhaseIsTold) {
     world.finds({ticked(finding("a", 7))});
     bool told = false;

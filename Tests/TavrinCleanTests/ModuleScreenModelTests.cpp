@@ -337,13 +337,5 @@ TEST_F(Screen, leavingItStopsNothing) {
     EXPECT_EQ(screen->itemCount(), 1);
 }
 
-TEST_F(Screen, aModuleWithoutAScannerSaysSo) {
-    world.services.hasScanner = [](ModuleKind kind) { return kind == ModuleKind::systemJunk; };
-    open(ModuleKind::systemJunk);
-    EXPECT_TRUE(screen->available());
-    open(ModuleKind::duplicates);
-    EXPECT_FALSE(screen->available());
-}
-
 }  // namespace
 }  // namespace tavrin::test

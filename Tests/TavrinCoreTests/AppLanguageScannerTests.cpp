@@ -94,7 +94,7 @@ TEST(AppLanguageScanner, byDefaultTheUsersLanguagesAreKeptWithoutTheirRegions) {
     for (const char* code : {"de_AT", "pt", "zh-Hans", "en_GB", "fr"})
         world.fileOfSize("Applications/Foo.app/Contents/Resources/" + std::string(code) + ".lproj/x", 5'000);
 
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::appLanguages>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::appLanguages);
 
     EXPECT_EQ(scanner->kind(), ModuleKind::appLanguages);
     EXPECT_EQ(selection(record(*scanner)), (std::map<std::string, bool>{{"de_AT.lproj", false},

@@ -315,7 +315,7 @@ TEST(ScannerFactory, makesTheUninstallerOverTheHomesAppsAndLibrary) {
     makeBundleWithIdentifier(world, "Applications/Foo.app", "com.example.Foo");
     const URL webKit = world.file("Library/WebKit/com.example.Foo");
 
-    const RecordedScan scan = record(*ScannerFactory::makeScanner<ModuleKind::uninstaller>());
+    const RecordedScan scan = record(*ScannerFactory::makeScanner(ModuleKind::uninstaller));
 
     EXPECT_THAT(scan.named("Foo.app").relatedURLs, ElementsAre(webKit));
 }

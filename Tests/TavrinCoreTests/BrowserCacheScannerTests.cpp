@@ -179,7 +179,7 @@ TEST(BrowserCacheScanner, theFactorysScannerLooksIntoTheHomesLibrary) {
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.fileOfSize("Library/Caches/Firefox/data", 1'000'000);
     home.fileOfSize("Library/Caches/Vivaldi/data", 990'000);
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::browserCaches>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::browserCaches);
     EXPECT_EQ(scanner->kind(), ModuleKind::browserCaches);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Library/Caches/Firefox"));
 }

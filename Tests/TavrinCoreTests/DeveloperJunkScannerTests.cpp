@@ -262,7 +262,7 @@ TEST(DeveloperJunkScanner, theFactorysScannerLooksIntoTheHome) {
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.file("src/1/2/3/4/5/6/node_modules/x");
     home.file(".npm/_cacache/data");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::developerJunk>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::developerJunk);
     EXPECT_EQ(scanner->kind(), ModuleKind::developerJunk);
     EXPECT_EQ(test::record(*scanner).items.size(), 2U);
 }

@@ -189,7 +189,7 @@ TEST(DownloadsJunkScanner, theFactorysScannerWaitsNinetyDaysInTheHomesDownloads)
     const test::ScopedVariable variable("HOME", home.path().c_str());
     setTimes(home.file("Downloads/old.txt"), daysAgo(91), daysAgo(91));
     setTimes(home.file("Downloads/young.txt"), daysAgo(89), daysAgo(89));
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::downloadsJunk>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::downloadsJunk);
     EXPECT_EQ(scanner->kind(), ModuleKind::downloadsJunk);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Downloads/old.txt"));
 }

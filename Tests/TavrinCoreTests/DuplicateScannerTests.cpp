@@ -368,7 +368,7 @@ TEST(ScannerFactory, makesTheDuplicateScannerOverTheUsersFolders) {
     const test::ScopedVariable home("HOME", world.path().c_str());
     world.file("Documents/a", largeContents());
     world.file("Downloads/b", largeContents());
-    const RecordedScan scan = test::record(*ScannerFactory::makeScanner<ModuleKind::duplicates>());
+    const RecordedScan scan = test::record(*ScannerFactory::makeScanner(ModuleKind::duplicates));
     EXPECT_EQ(scan.items.size(), 2U);
 }
 

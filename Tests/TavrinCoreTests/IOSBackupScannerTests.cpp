@@ -208,7 +208,7 @@ TEST(IOSBackupScanner, theFactorysScannerLooksWhereTheSystemKeepsThem) {
     const TestFolder home;
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.file("Library/Application Support/MobileSync/Backup/0001/x");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::iosBackups>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::iosBackups);
     EXPECT_EQ(scanner->kind(), ModuleKind::iosBackups);
     EXPECT_EQ(test::record(*scanner).items.size(), 1U);
 }

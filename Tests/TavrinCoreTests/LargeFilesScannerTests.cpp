@@ -256,7 +256,7 @@ TEST_F(LargeFilesScan, theFactorysScannerLooksForHundredMebibytesAndAYear) {
     old("Documents/old.txt");
     home_.fileOfSize("Documents/not large.bin", 200'000);
     home_.file(".local/share/Trash/files/note.txt");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::largeFiles>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::largeFiles);
     EXPECT_EQ(scanner->kind(), ModuleKind::largeFiles);
     EXPECT_THAT(test::record(*scanner).paths(home_),
                 UnorderedElementsAre("Documents/old.txt", ".local/share/Trash/files/note.txt"));

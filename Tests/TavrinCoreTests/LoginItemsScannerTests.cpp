@@ -271,7 +271,7 @@ TEST(ScannerFactory, makesTheLoginItemsScannerOverTheUsersOwnFolder) {
     const test::ScopedVariable home("HOME", world.path().c_str());
     world.file("Library/LaunchAgents/a.plist", xmlPropertyList("<dict/>"));
     EXPECT_FALSE(scannerDefaults::LoginItems::includePrivileged);
-    EXPECT_THAT(record(*ScannerFactory::makeScanner<ModuleKind::loginItems>()).names(), ElementsAre("a.plist"));
+    EXPECT_THAT(record(*ScannerFactory::makeScanner(ModuleKind::loginItems)).names(), ElementsAre("a.plist"));
 }
 
 }  // namespace

@@ -215,7 +215,7 @@ TEST(MailAttachmentsScanner, theFactorysScannerLooksIntoTheHome) {
     const TestFolder home;
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.file(kMail + "/Attachments/x");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::mailAttachments>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::mailAttachments);
     EXPECT_EQ(scanner->kind(), ModuleKind::mailAttachments);
     EXPECT_EQ(test::record(*scanner).items.size(), 1U);
 }

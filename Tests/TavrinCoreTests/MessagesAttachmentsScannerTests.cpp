@@ -134,7 +134,7 @@ TEST(MessagesAttachmentsScanner, theFactorysScannerLooksIntoTheStoreOfTheHome) {
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.fileOfSize("Library/Messages/Attachments/film.mov", 5'000'000);
     home.fileOfSize("Library/Messages/Attachments/small.mov", 4'900'000);
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::messagesAttachments>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::messagesAttachments);
     EXPECT_EQ(scanner->kind(), ModuleKind::messagesAttachments);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Library/Messages/Attachments/film.mov"));
 }

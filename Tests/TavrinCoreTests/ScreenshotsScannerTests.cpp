@@ -171,7 +171,7 @@ TEST(ScreenshotsScanner, theFactorysScannerLooksAtTheDesktopAlone) {
     const test::ScopedVariable settings("XDG_CONFIG_HOME", nullptr);
     home.file("Desktop/Screenshot.png");
     home.file("Pictures/Screenshot.png");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::screenshots>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::screenshots);
     EXPECT_EQ(scanner->kind(), ModuleKind::screenshots);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Desktop/Screenshot.png"));
 

@@ -256,7 +256,7 @@ TEST(ScannerFactory, makesTheSimilarImagesScannerOverTheUsersFolders) {
     world.file("Pictures/a.png", picture);
     world.file("Documents/b.png", picture);
     world.file("Music/c.png", picture);
-    const RecordedScan scan = test::record(*ScannerFactory::makeScanner<ModuleKind::similarImages>());
+    const RecordedScan scan = test::record(*ScannerFactory::makeScanner(ModuleKind::similarImages));
     EXPECT_THAT(namesOf(scan), ElementsAre("a.png", "b.png"));
 }
 

@@ -213,7 +213,7 @@ TEST(UnusedAppsScanner, aCancelIsNoticedAtTheNextAppAndAfterTheLastNotAtAll) {
 TEST(ScannerFactory, makesTheUnusedAppsScannerOverTheHome) {
     const Home home;
     home.app("Foo", "com.example.Foo");
-    const auto scanner = ScannerFactory::makeScanner<ModuleKind::unusedApps>();
+    const auto scanner = ScannerFactory::makeScanner(ModuleKind::unusedApps);
     EXPECT_EQ(scanner->kind(), ModuleKind::unusedApps);
     EXPECT_EQ(scannerDefaults::UnusedApps::unusedAfterDays, 180);
     EXPECT_EQ(record(*scanner).reports.size(), 2U);

@@ -115,7 +115,6 @@ RestoreResult restore(Script& script, std::span<const TrashedEntry> entries) {
 
 ModuleServices services(const std::shared_ptr<Script>& script) {
     ModuleServices fakes = ModuleServices::real();
-    fakes.hasScanner = [](ModuleKind) { return true; };
     fakes.makeScanner = [script](ModuleKind kind) { return std::make_unique<FakeScanner>(kind, script); };
     fakes.clean = [script](std::span<const CleanableItem> items, const ProgressCallback& progress,
                            const CancellationCallback& isCancelled) {

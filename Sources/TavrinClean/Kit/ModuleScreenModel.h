@@ -37,8 +37,6 @@ class ModuleScreenModel : public QObject {
     Q_PROPERTY(QString title READ title NOTIFY opened FINAL)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY opened FINAL)
     Q_PROPERTY(QString symbol READ symbol NOTIFY opened FINAL)
-    /// False where the module's scanner isn't built yet: then nothing can be scanned.
-    Q_PROPERTY(bool available READ available NOTIFY opened FINAL)
     /// The module's note, shown in every phase; empty for most.
     Q_PROPERTY(QString note READ note NOTIFY opened FINAL)
     /// That folders couldn't be read, only with results; empty otherwise.
@@ -165,7 +163,6 @@ class ModuleScreenModel : public QObject {
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString subtitle() const;
     [[nodiscard]] QString symbol() const;
-    [[nodiscard]] bool available() const;
     [[nodiscard]] QString note() const;
     [[nodiscard]] QString warning() const;
     [[nodiscard]] Phase phase() const;

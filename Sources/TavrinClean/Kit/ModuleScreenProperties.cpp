@@ -28,10 +28,6 @@ QString ModuleScreenModel::symbol() const {
     return flow_.isNull() ? QString() : qtText(tavrin::symbol(flow_->kind()));
 }
 
-bool ModuleScreenModel::available() const {
-    return !flow_.isNull() && flow_->services().hasScanner(flow_->kind());
-}
-
 QString ModuleScreenModel::note() const {
     return flow_.isNull() ? QString() : qtText(moduleNote(flow_->kind()));
 }

@@ -12,8 +12,7 @@ namespace tavrin {
 ModuleServices ModuleServices::real() {
     return {
         .background = std::make_shared<Background>(),
-        .hasScanner = ScannerFactory::hasScanner,
-        .makeScanner = [](ModuleKind kind) { return ScannerFactory::makeScanner(kind); },
+        .makeScanner = ScannerFactory::makeScanner,
         .clean = [](std::span<const CleanableItem> items, const ProgressCallback& progress,
                     const CancellationCallback& isCancelled) { return Cleaner().clean(items, progress, isCancelled); },
         .restore = [](std::span<const TrashedEntry> entries) { return Cleaner().restore(entries); },

@@ -22,8 +22,6 @@ struct ModuleServices {
     /// work takes these services along, only the functions it needs.
     std::shared_ptr<Background> background;
 
-    /// Whether a module can be scanned at all.
-    std::function<bool(ModuleKind)> hasScanner;
     std::function<std::unique_ptr<Scanner>(ModuleKind)> makeScanner;
     /// Both are called off the main thread.
     CleanFunction clean;

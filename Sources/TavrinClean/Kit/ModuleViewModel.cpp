@@ -43,7 +43,6 @@ void ModuleViewModel::cancel() {
 }
 
 void ModuleViewModel::startScan() {
-    if (!services_->hasScanner(kind_)) return;
     cancel();
     cancelFlag_ = std::make_shared<ManagedAtomicFlag>();
     ++scanGeneration_;

@@ -100,7 +100,7 @@ class ModuleViewModel : public QObject {
     [[nodiscard]] std::int64_t totalBytes() const { return findings_->totalBytes(); }
     [[nodiscard]] std::span<const SortOrder> availableSortOrders() const { return tavrin::availableSortOrders(kind_); }
 
-    /// Cancels what runs and scans anew. Does nothing for a module that can't be scanned yet.
+    /// Cancels what runs and scans anew.
     void startScan();
     /// Tells what runs to stop, and changes nothing else: a scan reaches `idle` when it has unwound, a clean `done`
     /// with what was done by then.

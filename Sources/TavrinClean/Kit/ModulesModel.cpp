@@ -41,16 +41,17 @@ QVariant ModulesModel::data(const QModelIndex& index, int role) const {
             const bool shown = found != store_->reclaimable().end() && found->second >= 1;
             return shown ? qtText(ByteFormatter::string(found->second)) : QString();
         }
-        case AvailableRole:
-            return store_->services().hasScanner(kind);
         default:
             return {};
     }
 }
 
 QHash<int, QByteArray> ModulesModel::roleNames() const {
-    return {{KeyRole, "key"},       {TitleRole, "title"},     {SubtitleRole, "subtitle"},
-            {SymbolRole, "symbol"}, {CapsuleRole, "capsule"}, {AvailableRole, "available"}};
+    return {{KeyRole, "key"},
+            {TitleRole, "title"},
+            {SubtitleRole, "subtitle"},
+            {SymbolRole, "symbol"},
+            {CapsuleRole, "capsule"}};
 }
 
 void ModulesModel::reclaimableChanged(ModuleKind kind) {

@@ -27,8 +27,6 @@ class ModulesModel : public QAbstractListModel {
         SymbolRole,
         /// The bytes that could go, as text; empty where there are none or nothing is known.
         CapsuleRole,
-        /// False where the module's scanner isn't built yet.
-        AvailableRole,
     };
 
     ModulesModel(ModuleSection section, ModuleStore& store, QObject* parent = nullptr);

@@ -53,7 +53,6 @@ FocusScope {
         subtitle: flow.subtitle
 
         GhostButton {
-            visible: flow.available
             symbol: flow.busy ? "stop.fill" : "magnifyingglass"
             text: flow.busy ? S.actionStop : S.actionScan
             onClicked: flow.busy ? flow.stop() : flow.startScan()
@@ -97,7 +96,7 @@ FocusScope {
 
         anchors { left: parent.left; right: parent.right; top: banners.bottom; bottom: footer.top }
         focus: true
-        sourceComponent: !flow.available ? notBuilt : pages[flow.phase]
+        sourceComponent: pages[flow.phase]
 
         readonly property list<Component> pages: [idle, busy, results, busy, done, failed, access]
 
@@ -162,19 +161,6 @@ FocusScope {
                 body: S.fdaMailBody
                 onOpenSettings: flow.openAccessSettings()
                 onScanAgain: flow.startScan()
-            }
-        }
-        Component {
-            id: notBuilt
-
-            Item {
-                Placeholder {
-                    anchors.centerIn: parent
-                    symbol: flow.symbol
-                    tint: Brand.muted
-                    title: flow.title
-                    subtitle: S.windowNotBuiltYet
-                }
             }
         }
     }
