@@ -119,6 +119,13 @@ TEST(URL, lineTextStaysInItsRow) {
               "a\uFFFDb\uFFFDc\uFFFDd");
 }
 
+TEST(URL, safeTextKeepsItsLinesAndTabsAndNothingElseThatControls) {
+    EXPECT_EQ(safeText("a\tb\r\nc\n"), "a\tb\nc\n");
+    EXPECT_EQ(safeText("a\rb\x1b[2Jc\x7F"), "a\uFFFDb\uFFFD[2Jc\uFFFD");
+    EXPECT_EQ(safeText("a\u2028b \u202Ec"), "a\u2028b \uFFFDc");
+    EXPECT_EQ(safeText("caf\xC3\xA9 \xFF"), "café \uFFFD");
+}
+
 TEST(URL, lineTextCannotBeTurnedAround) {
     for (const char* mark : {"\u202A", "\u202B", "\u202C", "\u202D", "\u202E", "\u2066", "\u2067", "\u2068", "\u2069"})
         EXPECT_EQ(lineText(std::string("photo") + mark + "gpj.exe"), "photo\uFFFDgpj.exe");

@@ -149,15 +149,6 @@ TEST(PictureReader, aSquareHasRoundCornersAndIsFilledToItsEdges) {
     EXPECT_EQ(square.pixelColor(0, 20), QColor(Qt::darkCyan));
 }
 
-TEST(SafeText, showsNoControlCharactersAndNoTurnedText) {
-    EXPECT_EQ(safeText("a\tb\r\nc"), QStringLiteral("a\tb\nc"));
-    EXPECT_EQ(safeText("a\x1b[2Jb"), QStringLiteral("a\uFFFD[2Jb"));
-    EXPECT_EQ(safeText("a\xE2\x80\xAE"
-                       "b"),
-              QStringLiteral("a\uFFFDb"));
-    EXPECT_EQ(safeText("\xFF"), QStringLiteral("\uFFFD"));
-}
-
 TEST(PreviewFacts, theBeginningOfATextIsEnough) {
     const TestFolder home;
     const PreviewFacts facts = previewFacts(home.file("a.txt", std::string(200'000, 'x')));

@@ -25,30 +25,14 @@ QString readText(const URL& url) {
     const std::unique_ptr<FileReader> file = FileReader::open(url, FileReader::Expect::beginning);
     std::vector<unsigned char> bytes(textBytes);
     const std::size_t count = file != nullptr ? file->read(bytes).value_or(0) : 0;
-    return safeText(std::string(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)));
+    return QString::fromStdString(safeText({reinterpret_cast<const char*>(bytes.data()), count}));
 }
 
 QString shownDate(const std::optional<Date>& date) {
     return date ? QString::fromStdString(dateAndTimeText(*date)) : QString();
 }
 
-// The marks that turn the direction of text: a name or a text could disguise itself with them.
-bool turnsText(QChar c) {
-    const char16_t u = c.unicode();
-    return (u >= 0x202A && u <= 0x202E) || (u >= 0x2066 && u <= 0x2069);
-}
-
 }  // namespace
-
-QString safeText(std::string bytes) {
-    QString text = QString::fromStdString(displayText(bytes));
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (QChar& c : text) {
-        const bool control = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
-        if (control || turnsText(c)) c = QChar::ReplacementCharacter;
-    }
-    return text;
-}
 
 PreviewFacts previewFacts(const URL& url) {
     PreviewFacts facts;

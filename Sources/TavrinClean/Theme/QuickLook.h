@@ -30,10 +30,6 @@ struct PreviewFacts {
 /// Asks the disk; never throws, and waits for nothing but the disk. A missing file has a name and nothing else.
 [[nodiscard]] PreviewFacts previewFacts(const URL& url);
 
-/// Text from `bytes` that is safe to show: UTF-8 with broken parts as U+FFFD, no control characters but line feeds and
-/// tabs, none of the marks that reverse the order of what follows.
-[[nodiscard]] QString safeText(std::string bytes);
-
 /// The one preview of the program. A list calls QuickLook.show(url), a QuickLookSheet in the window shows what stands
 /// here.
 class QuickLook : public QObject {

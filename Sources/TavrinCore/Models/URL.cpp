@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace tavrin {
 namespace {
@@ -19,13 +20,36 @@ std::string_view withoutTrailingSlashes(std::string_view path) {
     return path;
 }
 
-/// Lines end at LF, CR, NEL, U+2028 and U+2029, among the control characters or beside them. The direction is turned by
-/// embeddings, overrides and isolates (UAX #9, section 2); the plain marks only settle which way they lean themselves.
-bool isUnsafeInLine(UChar32 c) {
+/// Control characters, and what turns the direction of text: embeddings, overrides and isolates (UAX #9, section 2).
+/// The plain marks only settle which way they lean themselves.
+bool isUnsafe(UChar32 c) {
     const bool control = c < 0x20 || (c >= 0x7F && c < 0xA0);
-    const bool separator = c == 0x2028 || c == 0x2029;
     const bool turnsText = (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
-    return control || separator || turnsText;
+    return control || turnsText;
+}
+
+/// Lines end at LF, CR and NEL, which are control characters, and at two that aren't.
+bool isUnsafeInLine(UChar32 c) {
+    return isUnsafe(c) || c == 0x2028 || c == 0x2029;
+}
+
+bool isUnsafeInText(UChar32 c) {
+    return isUnsafe(c) && c != u'\n' && c != u'\t';
+}
+
+icu::UnicodeString decoded(std::string_view bytes) {
+    return icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())});
+}
+
+/// With U+FFFD for what must go. All of that lies in the basic plane, so each is one code unit.
+std::string replaced(icu::UnicodeString text, bool (*mustGo)(UChar32)) {
+    constexpr char16_t replacement = 0xFFFD;
+    for (std::int32_t i = 0; i < text.length(); ++i) {
+        if (mustGo(text.charAt(i))) text.setCharAt(i, replacement);
+    }
+    std::string result;
+    text.toUTF8String(result);
+    return result;
 }
 
 }  // namespace
@@ -134,20 +158,18 @@ std::string URL::absoluteString() const {
 
 std::string displayText(std::string_view bytes) {
     std::string text;
-    icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())}).toUTF8String(text);
+    decoded(bytes).toUTF8String(text);
     return text;
 }
 
 std::string lineText(std::string_view bytes) {
-    constexpr char16_t replacement = 0xFFFD;
-    auto decoded = icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())});
-    // All of them lie in the basic plane, so each is one code unit.
-    for (std::int32_t i = 0; i < decoded.length(); ++i) {
-        if (isUnsafeInLine(decoded.charAt(i))) decoded.setCharAt(i, replacement);
-    }
-    std::string text;
-    decoded.toUTF8String(text);
-    return text;
+    return replaced(decoded(bytes), isUnsafeInLine);
+}
+
+std::string safeText(std::string_view bytes) {
+    icu::UnicodeString text = decoded(bytes);
+    text.findAndReplace(icu::UnicodeString(u"\r\n"), icu::UnicodeString(u"\n"));
+    return replaced(std::move(text), isUnsafeInText);
 }
 
 }  // namespace tavrin

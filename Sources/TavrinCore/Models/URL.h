@@ -77,6 +77,9 @@ class URL {
 /// it each become U+FFFD. A name can't disguise itself, spread over its neighbours or reach another row.
 [[nodiscard]] std::string lineText(std::string_view bytes);
 
+/// The same for text of many lines: line feeds and tabs stay, and a carriage return before a line feed goes.
+[[nodiscard]] std::string safeText(std::string_view bytes);
+
 }  // namespace tavrin
 
 template <>
