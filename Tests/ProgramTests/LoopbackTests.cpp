@@ -45,13 +45,14 @@ TEST(Loopback, anyAddressBecomesThisComputersOwn) {
 }
 
 TEST(Loopback, anyAddressOfBothFamiliesIsFoundAtTheOldOne) {
-    if (!hasIPv6()) GTEST_SKIP() << "this machine has no IPv6";
+    // A machine without IPv6 refuses the socket, and there is nothing to turn.
+    const bool served = hasIPv6();
     sockaddr_in6 any{};
     any.sin6_family = AF_INET6;
     any.sin6_addr = in6addr_any;
 
-    EXPECT_EQ(boundTo(reinterpret_cast<const sockaddr*>(&any), sizeof any), "::ffff:127.0.0.1");
-    EXPECT_EQ(boundTo(reinterpret_cast<const sockaddr*>(&any), sizeof any, true), "::1");
+    EXPECT_EQ(boundTo(reinterpret_cast<const sockaddr*>(&any), sizeof any), served ? "::ffff:127.0.0.1" : "refused");
+    EXPECT_EQ(boundTo(reinterpret_cast<const sockaddr*>(&any), sizeof any, true), served ? "::1" : "refused");
 }
 
 TEST(Loopback, aChosenAddressStays) {
