@@ -76,6 +76,8 @@ Item {
         results: () => {
             App.consent.accept()
             stage.appsRun("com.example.music")
+            // As narrow as it gets beside the sidebar.
+            Find.all(root, item => item instanceof SidebarHandle)[0].wished = 380
             scan("systemJunk", "findings")
             condition = () => rows().some(row => row.runningWarning.length > 0)
         },

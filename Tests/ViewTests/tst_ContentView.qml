@@ -194,6 +194,37 @@ Item {
             tryVerify(() => Find.button(overlay, S.updatesCheck) === null)
         }
 
+        function dragTheHandle(by) {
+            const handle = Find.all(content, item => item instanceof SidebarHandle)[0]
+            mouseDrag(handle, handle.width / 2, 300, by, 0)
+        }
+
+        function test_theSidebarIsDraggedBetweenItsLimits() {
+            const sidebar = Find.all(content, item => item instanceof Sidebar)[0]
+            dragTheHandle(300)
+            compare(sidebar.width, 380)
+            dragTheHandle(-300)
+            compare(sidebar.width, 248)
+            dragTheHandle(16)
+        }
+
+        function test_inTheSmallestWindowTheWidestSidebarLeavesRoomForTheFooterAndTheSearch() {
+            content.selection = "systemJunk"
+            Find.button(detail(), S.actionScan).clicked()
+            stage.settle()
+            tryVerify(() => Find.button(detail(), S.actionClean) !== null)
+            dragTheHandle(300)
+            page.width = 940
+            const end = Find.button(detail(), S.actionSelectNone)
+            const next = Find.named(detail(), S.moduleSelectedCount(7))
+            verify(end.mapToItem(page, end.width, 0).x < next.mapToItem(page, 0, 0).x)
+            verify(Find.all(detail(), item => item instanceof SearchField)[0].width >= 120)
+            compare(detail().width, 676)
+            page.width = 1120
+            compare(detail().width, 740)
+            dragTheHandle(-116)
+        }
+
         function test_everyRowHasARoleAndAName() {
             for (const entry of rows()) {
                 compare(entry.Accessible.role, Accessible.ListItem, entry.key)

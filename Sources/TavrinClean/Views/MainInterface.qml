@@ -38,6 +38,7 @@ FocusScope {
         id: handle
 
         x: sidebar.width - width / 2
+        windowWidth: root.width
         height: parent.height
     }
 }
