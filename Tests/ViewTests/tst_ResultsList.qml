@@ -19,6 +19,7 @@ Item {
         moduleKey: "systemJunk"
         focus: true
     }
+    QuickLookSheet { id: sheet; title: "Quick Look"; created: "Created"; modified: "Modified" }
 
     Component {
         id: itemRow
@@ -88,6 +89,44 @@ Item {
         function sortBy(index) {
             Find.all(view, item => item instanceof MenuPicker)[0].activated(index)
             stage.settle()
+        }
+
+        function openMenu() {
+            goTo("install.log")
+            keyClick(Qt.Key_Menu)
+            tryVerify(() => Find.button(overlay(), S.actionShowInFinder) !== null)
+        }
+
+        function overlay() {
+            return page.Window.window.contentItem
+        }
+
+        function test_theListHasTheKeyboardAgainWhenItsMenuCloses() {
+            openMenu()
+            keyClick(Qt.Key_Escape)
+            tryVerify(() => Find.button(overlay(), S.actionShowInFinder) === null)
+            verify(list().activeFocus)
+            keyClick(Qt.Key_Up)
+            verify(list().currentItem.name !== "install.log")
+        }
+
+        function test_theListHasTheKeyboardAgainAfterAPreviewFromItsMenu_data() {
+            return [{ tag: "byKeyboard" }, { tag: "byMouse" }]
+        }
+
+        function test_theListHasTheKeyboardAgainAfterAPreviewFromItsMenu(data) {
+            openMenu()
+            if (data.tag === "byMouse") {
+                mouseClick(Find.button(overlay(), S.actionQuickLook))
+            } else {
+                keyClick(Qt.Key_Down)
+                keyClick(Qt.Key_Return)
+            }
+            tryVerify(() => sheet.opened)
+            verify(!list().activeFocus)
+            keyClick(Qt.Key_Escape)
+            tryVerify(() => !sheet.visible)
+            verify(list().activeFocus)
         }
 
         function test_groupsStandByTheirWeightAndItemsBelowThem() {

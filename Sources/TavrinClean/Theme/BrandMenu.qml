@@ -1,14 +1,15 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Tavrin.Theme
 
 // The ids are wanted at once: nothing puts another item in the place of these.
 // qmllint disable deferred-property-id
 
 /**
- * A menu of commands. Its entries are BrandMenuItem.
+ * A menu of commands. Its entries are BrandMenuItem. What had the keyboard gets it back when the menu closes.
  *
- * BrandMenu { name: S.windowMenu; BrandMenuItem { text: S.menuBarQuit; onTriggered: Qt.quit() } }
+ * BrandMenu { name: S.windowMenu; BrandMenuItem { text: S.menuBarQuit; onChosen: Qt.quit() } }
  */
 T.Menu {
     id: root
@@ -16,12 +17,18 @@ T.Menu {
     /// What it is, for screen readers.
     required property string name
 
+    /// What had the keyboard.
+    property Item before: null
+
     implicitWidth: 240
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     padding: 6
     margins: 8
     overlap: 0
     focus: true
+
+    onAboutToShow: before = parent.Window.activeFocusItem
+    onClosed: before?.forceActiveFocus()
 
     background: Rectangle {
         radius: Theme.radiusBanner

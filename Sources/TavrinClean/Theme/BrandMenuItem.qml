@@ -8,7 +8,7 @@ import Tavrin.Theme
 /**
  * One command of a BrandMenu.
  *
- * BrandMenuItem { text: S.actionShowInFinder; symbol: "folder"; onTriggered: screen.showInFinder(url) }
+ * BrandMenuItem { text: S.actionShowInFinder; symbol: "folder"; onChosen: screen.showInFinder(url) }
  */
 T.MenuItem {
     id: root
@@ -16,10 +16,18 @@ T.MenuItem {
     /// The key of a symbol before the text; none while it is empty.
     property string symbol
 
+    /// The menu has closed by then, and who had the keyboard has it again: what the command opens gives it back to that.
+    signal chosen()
+
     implicitWidth: 228
     implicitHeight: 34
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
+
+    onTriggered: {
+        menu?.close()
+        chosen()
+    }
 
     Accessible.name: text
     Accessible.onPressAction: if (enabled) clicked()

@@ -30,12 +30,12 @@ IconButton {
             text: S.updatesCheck
             symbol: "arrow.down.circle"
             enabled: root.canCheckForUpdates
-            onTriggered: root.checkForUpdates()
+            onChosen: root.checkForUpdates()
         }
         BrandMenuItem {
             text: S.menuBarQuit
             symbol: "power"
-            onTriggered: Qt.quit()
+            onChosen: Qt.quit()
         }
     }
 }

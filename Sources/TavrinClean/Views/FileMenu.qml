@@ -20,11 +20,11 @@ BrandMenu {
     BrandMenuItem {
         text: S.actionQuickLook
         symbol: "eye"
-        onTriggered: QuickLook.show(root.url)
+        onChosen: QuickLook.show(root.url)
     }
     BrandMenuItem {
         text: S.actionShowInFinder
         symbol: "folder"
-        onTriggered: root.showWanted(root.url)
+        onChosen: root.showWanted(root.url)
     }
 }
