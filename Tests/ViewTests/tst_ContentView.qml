@@ -194,6 +194,19 @@ Item {
             tryVerify(() => Find.button(overlay, S.updatesCheck) === null)
         }
 
+        function test_theMenusButtonClosesItToo() {
+            const overlay = page.Window.window.contentItem
+            const isOpen = () => Find.button(overlay, S.menuBarQuit) !== null
+            mouseClick(Find.button(content, S.windowMenu))
+            tryVerify(isOpen)
+            mouseClick(Find.button(content, S.windowMenu))
+            tryVerify(() => !isOpen())
+            mouseClick(Find.button(content, S.windowMenu))
+            tryVerify(isOpen)
+            mouseClick(content, 900, 600)
+            tryVerify(() => !isOpen())
+        }
+
         function dragTheHandle(by) {
             const handle = Find.all(content, item => item instanceof SidebarHandle)[0]
             mouseDrag(handle, handle.width / 2, 300, by, 0)

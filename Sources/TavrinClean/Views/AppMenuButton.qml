@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Tavrin.Theme
 import Tavrin.Words
 
@@ -25,6 +26,8 @@ IconButton {
 
         name: S.windowMenu
         y: root.height + 4
+        // A press of the button itself is the button's: it would close the menu and open it again.
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
         BrandMenuItem {
             text: S.updatesCheck
