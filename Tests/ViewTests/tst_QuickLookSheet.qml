@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Tavrin.Theme
+import "Find.js" as Find
 
 Item {
     id: page
@@ -38,6 +39,28 @@ Item {
             tryVerify(() => sheet.showsPicture)
             compare(QuickLook.name, "picture.png")
             tryVerify(() => QuickLook.size.length > 0)
+        }
+
+        function picture() {
+            return Find.all(page.Window.window.contentItem, item => item.asynchronous && item.paintedWidth > 0)[0]
+        }
+
+        function test_aSmallPictureKeepsItsSize() {
+            show("picture.png")
+            tryVerify(() => sheet.showsPicture)
+            compare(picture().paintedWidth, 96)
+            compare(picture().paintedHeight, 64)
+            compare(picture().x + picture().width / 2, picture().parent.width / 2)
+        }
+
+        function test_aLargePictureIsFitted() {
+            page.width = 200
+            show("picture.png")
+            tryVerify(() => sheet.showsPicture)
+            verify(picture().parent.width < 96)
+            compare(picture().paintedWidth, picture().parent.width)
+            fuzzyCompare(picture().paintedHeight * 96, picture().paintedWidth * 64, 1)
+            page.width = 900
         }
 
         function test_aTextIsShownSafely() {

@@ -90,11 +90,14 @@ T.Popup {
             Image {
                 id: picture
 
-                anchors.fill: parent
+                anchors.centerIn: parent
+                // Never larger than it is.
+                width: Math.min(implicitWidth, parent.width)
+                height: Math.min(implicitHeight, parent.height)
                 asynchronous: true
                 cache: false
                 visible: root.showsPicture
-                fillMode: sourceSize.width > width || sourceSize.height > height ? Image.PreserveAspectFit : Image.Pad
+                fillMode: Image.PreserveAspectFit
                 source: root.wanted ? FileImages.picture(QuickLook.url) : ""
                 sourceSize.width: 1280 * Screen.devicePixelRatio
                 sourceSize.height: 1280 * Screen.devicePixelRatio
