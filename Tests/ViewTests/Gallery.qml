@@ -220,7 +220,7 @@ Item {
         cancelTitle: S.actionCancel
         confirmTitle: S.moduleConfirmAction
     }
-    QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
+    QuickLookSheet { title: S.actionQuickLook; closeName: S.windowClose; created: S.windowCreated; modified: S.windowModified }
 
     component CardContent: Row {
         id: card

@@ -18,7 +18,7 @@ Item {
         moduleKey: "similarImages"
         focus: true
     }
-    QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
+    QuickLookSheet { title: S.actionQuickLook; closeName: S.windowClose; created: S.windowCreated; modified: S.windowModified }
 
     TestCase {
         name: "GalleryList"

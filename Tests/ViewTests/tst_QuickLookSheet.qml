@@ -13,7 +13,7 @@ Item {
 
     SignalSpy { id: told; target: QuickLook; signalName: "factsChanged" }
     GhostButton { id: below; text: "Below" }
-    QuickLookSheet { id: sheet; title: "Quick Look"; created: "Created"; modified: "Modified" }
+    QuickLookSheet { id: sheet; title: "Quick Look"; closeName: "Close"; created: "Created"; modified: "Modified" }
 
     TestCase {
         name: "QuickLookSheet"
@@ -27,6 +27,8 @@ Item {
         function cleanup() {
             QuickLook.close()
             tryVerify(() => !sheet.visible)
+            page.width = 900
+            page.height = 640
         }
 
         function show(name) {
@@ -60,7 +62,6 @@ Item {
             verify(picture().parent.width < 96)
             compare(picture().paintedWidth, picture().parent.width)
             fuzzyCompare(picture().paintedHeight * 96, picture().paintedWidth * 64, 1)
-            page.width = 900
         }
 
         function test_aTextIsShownSafely() {
@@ -68,6 +69,57 @@ Item {
             tryVerify(() => QuickLook.isText)
             verify(QuickLook.text.startsWith("What was on the desk"))
             verify(QuickLook.text.includes("(\uFFFD)"))
+        }
+
+        function text() {
+            return Find.all(page.Window.window.contentItem, item => item.contentY !== undefined && item.text === undefined)[0]
+        }
+
+        function test_aLongTextIsReadByKeyboard() {
+            page.height = 260
+            show("notes.txt")
+            tryVerify(() => QuickLook.isText)
+            tryVerify(() => text().contentHeight > text().height)
+            const end = text().contentHeight - text().height
+            keyClick(Qt.Key_Down)
+            verify(text().contentY > 0)
+            keyClick(Qt.Key_Up)
+            compare(text().contentY, 0)
+            keyClick(Qt.Key_PageDown)
+            verify(text().contentY > 0 && text().contentY <= end)
+            keyClick(Qt.Key_PageUp)
+            compare(text().contentY, 0)
+            keyClick(Qt.Key_End)
+            compare(text().contentY, end)
+            keyClick(Qt.Key_Down)
+            compare(text().contentY, end)
+            keyClick(Qt.Key_Home)
+            compare(text().contentY, 0)
+        }
+
+        function test_aTextThatIsInViewStaysWhereItIs() {
+            show("notes.txt")
+            tryVerify(() => QuickLook.isText)
+            for (const key of [Qt.Key_Down, Qt.Key_PageDown, Qt.Key_End]) keyClick(key)
+            compare(text().contentY, 0)
+        }
+
+        function test_itsButtonClosesIt_data() {
+            return [{ tag: "mouse" }, { tag: "keyboard" }]
+        }
+
+        function test_itsButtonClosesIt(row) {
+            show("notes.txt")
+            const button = Find.button(page.Window.window.contentItem, "Close")
+            if (row.tag === "mouse") {
+                mouseClick(button)
+            } else {
+                keyClick(Qt.Key_Tab)
+                verify(button.activeFocus)
+                keyClick(Qt.Key_Return)
+            }
+            tryVerify(() => !sheet.visible)
+            tryVerify(() => below.activeFocus)
         }
 
         function test_whatIsGoneHasItsNameAndNothingElse() {

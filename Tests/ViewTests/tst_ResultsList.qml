@@ -19,7 +19,7 @@ Item {
         moduleKey: "systemJunk"
         focus: true
     }
-    QuickLookSheet { id: sheet; title: "Quick Look"; created: "Created"; modified: "Modified" }
+    QuickLookSheet { id: sheet; title: "Quick Look"; closeName: "Close"; created: "Created"; modified: "Modified" }
 
     Component {
         id: itemRow

@@ -8,15 +8,17 @@ import Tavrin.Theme
 
 /**
  * Shows the file that QuickLook names, over the whole window: a picture, the beginning of a text, or what is known of it.
- * Esc and Space close it. One stands in each window.
+ * Esc and Space close it; the arrow keys and their kin go through a long text. One stands in each window.
  *
- * QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
+ * QuickLookSheet { title: S.actionQuickLook; closeName: S.windowClose; created: S.windowCreated; modified: S.windowModified }
  */
 T.Popup {
     id: root
 
     /// What it is, for screen readers; the file's name is added.
     required property string title
+    /// What its button does.
+    required property string closeName
     /// What stands before the two dates of a file that can't be shown.
     required property string created
     required property string modified
@@ -41,7 +43,10 @@ T.Popup {
         QuickLook.close()
         before?.forceActiveFocus()
     }
-    onOpened: content.forceActiveFocus(Qt.PopupFocusReason)
+    onOpened: {
+        page.contentY = 0
+        content.forceActiveFocus(Qt.PopupFocusReason)
+    }
 
     enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration } }
 
@@ -62,6 +67,18 @@ T.Popup {
 
         Keys.onEscapePressed: root.close()
         Keys.onSpacePressed: root.close()
+        Keys.onPressed: event => {
+            const line = 3 * Theme.monospaced.pixelSize
+            const reach = Math.max(line, page.height - line)
+            if (event.key === Qt.Key_Down) page.scrollTo(page.contentY + line)
+            else if (event.key === Qt.Key_Up) page.scrollTo(page.contentY - line)
+            else if (event.key === Qt.Key_PageDown) page.scrollTo(page.contentY + reach)
+            else if (event.key === Qt.Key_PageUp) page.scrollTo(page.contentY - reach)
+            else if (event.key === Qt.Key_Home) page.scrollTo(0)
+            else if (event.key === Qt.Key_End) page.scrollTo(page.contentHeight)
+            else return
+            event.accepted = true
+        }
 
         Accessible.role: Accessible.Dialog
         Accessible.name: root.title + " — " + QuickLook.name
@@ -70,7 +87,7 @@ T.Popup {
         BrandText {
             id: heading
 
-            anchors { left: parent.left; right: facts.left; rightMargin: Theme.spacing; top: parent.top }
+            anchors { left: parent.left; right: facts.left; rightMargin: Theme.spacing; verticalCenter: closeButton.verticalCenter }
             text: QuickLook.name
             font: Theme.headline
             elide: Text.ElideMiddle
@@ -79,13 +96,21 @@ T.Popup {
         BrandText {
             id: facts
 
-            anchors { right: parent.right; baseline: heading.baseline }
+            anchors { right: closeButton.left; rightMargin: Theme.spacing; baseline: heading.baseline }
             text: QuickLook.summary
             font: Theme.caption
             color: Brand.muted
         }
+        IconButton {
+            id: closeButton
+
+            anchors { right: parent.right; top: parent.top }
+            symbol: "xmark"
+            name: root.closeName
+            onClicked: root.close()
+        }
         Item {
-            anchors { left: parent.left; right: parent.right; top: heading.bottom; topMargin: Theme.spacing; bottom: parent.bottom }
+            anchors { left: parent.left; right: parent.right; top: closeButton.bottom; topMargin: Theme.spacing; bottom: parent.bottom }
 
             Image {
                 id: picture
@@ -111,15 +136,21 @@ T.Popup {
                 Flickable {
                     id: page
 
+                    function scrollTo(y) {
+                        contentY = Math.max(0, Math.min(contentHeight - height, y))
+                    }
+
                     anchors { fill: parent; margins: Theme.spacing }
                     contentHeight: words.implicitHeight
                     clip: true
                     boundsBehavior: Flickable.StopAtBounds
+                    T.ScrollBar.vertical: BrandScrollBar {}
 
                     BrandText {
                         id: words
 
-                        width: page.width
+                        // Clear of the scroll bar.
+                        width: page.width - Theme.spacing
                         text: QuickLook.text
                         font: Theme.monospaced
                         wrapMode: Text.WrapAnywhere
