@@ -5,8 +5,12 @@ import Tavrin.Theme
 // The ids are wanted at once: nothing puts another item in the place of these.
 // qmllint disable deferred-property-id
 
+// The components in it are its own, and see its ids; a loader of this release can't make them where that is declared.
+// qmllint disable unqualified
+
 /**
- * A row of the sidebar: symbol, title, a line below it, a figure at the end.
+ * A row of the sidebar: symbol, title, a line below it, a figure at the end of that line. What is cut short is told whole
+ * to who rests on it.
  *
  * SidebarRow { symbol: kind.symbol; title: kind.title; subtitle: kind.subtitle; figure: size; selected: is; onClicked: go() }
  */
@@ -17,7 +21,7 @@ T.ItemDelegate {
     required property string symbol
     required property string title
     property string subtitle
-    /// Shown in a capsule; none while it is empty.
+    /// Shown in a capsule on the line below the title; none while it is empty.
     property string figure
     property bool selected: false
     property bool emphasised: false
@@ -35,7 +39,7 @@ T.ItemDelegate {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: title
-    Accessible.description: figure.length > 0 ? figure : subtitle
+    Accessible.description: figure.length > 0 ? subtitle + " · " + figure : subtitle
     Accessible.selected: selected
     Accessible.selectable: true
     Accessible.onPressAction: if (enabled) clicked()
@@ -55,11 +59,15 @@ T.ItemDelegate {
             color: root.symbolTint
         }
         Column {
+            id: words
+
             anchors { left: icon.right; leftMargin: 10; right: parent.right; verticalCenter: parent.verticalCenter }
             spacing: 1
 
             Text {
-                width: parent.width - (capsule.visible ? capsule.width + 6 : 0)
+                id: heading
+
+                width: parent.width
                 text: root.title
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
@@ -67,7 +75,9 @@ T.ItemDelegate {
                 color: Brand.ink
             }
             Text {
-                width: parent.width
+                id: line
+
+                width: parent.width - (capsule.visible ? capsule.width + 6 : 0)
                 visible: root.subtitle.length > 0
                 text: root.subtitle
                 textFormat: Text.PlainText
@@ -76,16 +86,26 @@ T.ItemDelegate {
                 color: Brand.lavender
             }
         }
-        // Beside the title, so that the line below it keeps the whole width.
+        // On the line below the title, which keeps the whole width: a module is known by its name.
         Capsule {
             id: capsule
 
             anchors.right: parent.right
-            y: root.subtitle.length > 0 ? 2 : (parent.height - height) / 2
-            implicitHeight: 20
+            y: words.y + line.y + (line.height - height) / 2
+            implicitHeight: 18
             visible: root.figure.length > 0
             text: root.figure
             Accessible.ignored: true
+        }
+    }
+    Loader {
+        anchors.fill: parent
+        active: (root.hovered || root.visualFocus) && (heading.truncated || line.truncated)
+        sourceComponent: Component {
+            HelpTip {
+                wanted: true
+                text: [heading, line].filter(text => text.truncated).map(text => text.text).join("\n")
+            }
         }
     }
 }
