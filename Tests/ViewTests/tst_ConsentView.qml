@@ -54,6 +54,16 @@ Item {
             keyClick(Qt.Key_Space)
         }
 
+        function test_3_theTermsAreAStopWithANameAndARing() {
+            const terms = Find.all(content, item => item instanceof ConsentTerms)[0]
+            terms.forceActiveFocus(Qt.TabFocusReason)
+            compare(terms.Accessible.role, Accessible.Pane)
+            compare(terms.Accessible.name, S.consentTermsHeading)
+            verify(Find.all(terms, item => item instanceof FocusRing).length === 1)
+            Find.button(content, S.consentAgreeToggle).forceActiveFocus(Qt.TabFocusReason)
+            compare(Find.all(terms, item => item instanceof FocusRing).length, 0)
+        }
+
         function test_4_inTheLowestWindowEverythingIsInView() {
             const button = acceptButton()
             const place = button.mapToItem(content, 0, 0)

@@ -17,6 +17,9 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     T.ScrollBar.vertical: BrandScrollBar {}
 
+    Accessible.role: Accessible.Pane
+    Accessible.name: S.consentTermsHeading
+
     Keys.onUpPressed: flick(0, 600)
     Keys.onDownPressed: flick(0, -600)
 
