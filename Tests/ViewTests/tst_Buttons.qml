@@ -84,6 +84,28 @@ Item {
             tryCompare(row.button, "opacity", 1)
         }
 
+        // As the Web Content Accessibility Guidelines measure it.
+        function luminance(color) {
+            const linear = share => share <= 0.04045 ? share / 12.92 : Math.pow((share + 0.055) / 1.055, 2.4)
+            return 0.2126 * linear(color.r) + 0.7152 * linear(color.g) + 0.0722 * linear(color.b)
+        }
+
+        function contrast(one, other) {
+            const both = [luminance(one), luminance(other)].sort((a, b) => a - b)
+            return (both[1] + 0.05) / (both[0] + 0.05)
+        }
+
+        function test_underTheMouseItIsNoHarderToRead_data() {
+            return [{ tag: "gold", button: gold }, { tag: "danger", button: danger }]
+        }
+
+        function test_underTheMouseItIsNoHarderToRead(row) {
+            for (const plate of [row.button.plateColor, row.button.plateEndColor]) {
+                const veiled = Qt.tint(plate, row.button.hoverVeil)
+                verify(contrast(row.button.tint, veiled) > contrast(row.button.tint, plate), plate)
+            }
+        }
+
         function test_theTextHasRoomOnBothSides() {
             compare(gold.leftPadding, 18)
             compare(gold.rightPadding, 18)

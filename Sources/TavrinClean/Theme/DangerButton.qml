@@ -12,6 +12,7 @@ BrandButton {
     plateEndColor: Brand.dangerDeep
     glowColor: Brand.danger
     glowStrength: 0.4
+    hoverVeil: Brand.black(0.12)
     pressedOpacity: 0.82
     pressedScale: 0.98
 }
