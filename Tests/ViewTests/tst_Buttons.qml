@@ -8,6 +8,7 @@ Item {
 
     Column {
         GoldButton { id: gold; text: "Gold" }
+        GoldButton { id: large; text: "Large"; large: true }
         GhostButton { id: ghost; text: "Ghost" }
         DangerButton { id: danger; text: "Danger"; symbol: "trash" }
         IconButton { id: icon; symbol: "eye"; name: "Look" }
@@ -109,6 +110,7 @@ Item {
         function test_theTextHasRoomOnBothSides() {
             compare(gold.leftPadding, 18)
             compare(gold.rightPadding, 18)
+            compare(large.leftPadding, 18)
         }
 
         function test_withLessMotionNothingEases() {

@@ -29,7 +29,7 @@ T.Button {
 
     implicitHeight: large ? Theme.largeControlHeight : Theme.controlHeight
     implicitWidth: Math.ceil(label.implicitWidth) + leftPadding + rightPadding
-    leftPadding: large ? 26 : 18
+    leftPadding: 18
     rightPadding: leftPadding
     font: Theme.bodySemibold
     focusPolicy: Qt.StrongFocus
