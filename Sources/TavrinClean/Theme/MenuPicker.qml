@@ -6,7 +6,7 @@ import Tavrin.Theme
 // qmllint disable deferred-property-id
 
 /**
- * One of a few, from a menu.
+ * One of a few, from a menu. It is as wide as its widest entry needs, whichever is chosen.
  *
  * MenuPicker { label: S.moduleSortBy; model: orders; currentIndex: now; onActivated: index => choose(index) }
  */
@@ -18,7 +18,7 @@ T.ComboBox {
     property bool labelHidden: false
 
     implicitHeight: Theme.controlHeight
-    implicitWidth: Math.ceil(Math.max(widest, 60)) + leftPadding + rightPadding
+    implicitWidth: Math.ceil(value.implicitWidth) + leftPadding + rightPadding
     leftPadding: 14
     rightPadding: 34
     font: Theme.body
@@ -26,12 +26,25 @@ T.ComboBox {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
 
-    readonly property real widest: value.implicitWidth
+    readonly property real widest: widestOf(model, count)
+
+    // The model is named so that another one of as many entries is measured as well.
+    function widestOf(entries, many) {
+        let result = 0
+        for (let index = 0; index < many; ++index) result = Math.max(result, metrics.advanceWidth(textAt(index)))
+        return Math.ceil(result)
+    }
 
     Accessible.role: Accessible.ComboBox
     Accessible.name: label
     Accessible.description: displayText
     Accessible.onPressAction: popup.open()
+
+    FontMetrics {
+        id: metrics
+
+        font: root.font
+    }
 
     background: Rectangle {
         radius: height / 2
@@ -55,6 +68,7 @@ T.ComboBox {
             color: Brand.muted
         }
         Text {
+            width: root.widest
             height: root.availableHeight
             verticalAlignment: Text.AlignVCenter
             text: root.displayText
@@ -115,7 +129,9 @@ T.ComboBox {
     // qmllint enable unqualified
     popup: T.Popup {
         y: root.height + 6
-        width: Math.max(root.width, 200)
+        // What stands beside an entry's text, and the edges.
+        width: Math.max(root.width, root.widest + 28 + 8 + 2 * padding)
+        margins: 8
         implicitHeight: Math.min(contentItem.implicitHeight + 12, 320)
         padding: 6
 
