@@ -3,6 +3,7 @@
 #include "TavrinClean/Platform/SingleInstance.h"
 
 #include "SingleInstanceAdaptor.h"
+#include "TavrinClean/Platform/Linux/ActivationToken.h"
 #include "TavrinClean/Platform/Linux/SessionBus.h"
 #include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinCore/Platform/Folders.h"
@@ -60,7 +61,7 @@ std::optional<bool> ownsName(const QDBusConnection& bus, const QString& name) {
 bool activate(const QDBusConnection& bus, const QString& name) {
     QDBusMessage call = QDBusMessage::createMethodCall(name, path(), QStringLiteral("org.freedesktop.Application"),
                                                        QStringLiteral("Activate"));
-    call << QVariantMap();
+    call << activationOfThisStart();
     return bus.call(call, QDBus::Block, answerTimeout).type() == QDBusMessage::ReplyMessage;
 }
 

@@ -1,6 +1,7 @@
 // The face that a running program shows on the session bus.
 #pragma once
 
+#include "TavrinClean/Platform/Linux/ActivationToken.h"
 #include "TavrinClean/Platform/SingleInstance.h"
 
 #include <QDBusAbstractAdaptor>
@@ -16,7 +17,10 @@ class SingleInstanceAdaptor : public QDBusAbstractAdaptor {
     explicit SingleInstanceAdaptor(SingleInstance* instance) : QDBusAbstractAdaptor(instance), instance_(instance) {}
 
   public Q_SLOTS:
-    void Activate(const QVariantMap& /*platformData*/) { Q_EMIT instance_->activated(); }
+    void Activate(const QVariantMap& platformData) {
+        takeActivation(platformData);
+        Q_EMIT instance_->activated();
+    }
 
   private:
     SingleInstance* instance_;
