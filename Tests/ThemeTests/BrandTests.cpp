@@ -63,11 +63,19 @@ TEST(Contrast, textOnGoldStandsOutFromBothEndsOfTheGradient) {
     EXPECT_GE(contrastRatio(Brand::onGold(), Brand::goldHi()), 4.5);
 }
 
-// Decided: the two colours of danger are given, and white on the light end reaches 3.4 to 1. That is what bold labels and
-// controls need, 3 to 1, and no more; a darker text on it reaches less at the other end. So nothing may bring it down.
+// Decided: the two colours of danger are given, and white on the light end reaches 3.4 to 1. That is what bold labels
+// and controls need, 3 to 1, and no more; a darker text on it reaches less at the other end. So nothing may bring it
+// down.
 TEST(Contrast, textOnDangerStandsOutAsABoldLabelMust) {
     EXPECT_GE(contrastRatio(Brand::onDanger(), Brand::danger()), 3.0);
     EXPECT_GE(contrastRatio(Brand::onDanger(), Brand::dangerDeep()), 4.5);
+}
+
+TEST(Glow, reachesOnePointBelowTheEdgeSoThatNoSeamShows) {
+    const QImage image = glowImage({10, 12, Brand::gold()});
+    const int middle = image.width() / 2;
+    EXPECT_EQ(qAlpha(image.pixel(middle, 12)), 255);
+    EXPECT_EQ(qAlpha(image.pixel(middle, 13)), 0);
 }
 
 TEST(Glow, isEmptyInsideAndFadesOutwards) {

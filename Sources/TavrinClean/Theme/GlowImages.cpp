@@ -43,8 +43,9 @@ QImage glowImage(const Glow& glow) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < side; ++x) {
             const double distance = distanceToEdge(x + 0.5, y + 0.5, glow.blur, side - 2 * glow.blur, glow.radius);
-            // The edge itself is smoothed over one pixel.
-            const double outside = std::clamp(distance + 0.5, 0.0, 1.0);
+            // A point of it lies below the edge, and ends smoothed over one pixel: at a scale that isn't whole, the
+            // edge of what it surrounds lets through what is below.
+            const double outside = std::clamp(distance + 1.5, 0.0, 1.0);
             line[x] = lit(glow.color, outside * falloff(distance / glow.blur));
         }
     }

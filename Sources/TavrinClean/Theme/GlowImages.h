@@ -18,7 +18,8 @@ struct Glow {
     friend bool operator==(const Glow&, const Glow&) = default;
 };
 
-/// Nothing is painted inside the rectangle itself, so that a translucent card isn't darkened by its own shadow.
+/// Nothing is painted inside the rectangle but below its edge, one point wide: a translucent card isn't darkened by its
+/// own shadow, and no seam shows between the two.
 [[nodiscard]] QImage glowImage(const Glow& glow);
 
 /// A round light that fades from the middle to the edge of a square.
