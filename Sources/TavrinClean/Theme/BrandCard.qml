@@ -1,6 +1,9 @@
 import QtQuick
 import Tavrin.Theme
 
+// The components in it are its own, and see its ids; a loader of this release can't make them where that is declared.
+// qmllint disable unqualified
+
 /**
  * The surface that things lie on. Its content is a child; the card takes its size from whoever places it.
  *
@@ -19,9 +22,23 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
+        visible: !root.highlighted
         radius: root.cornerRadius
-        color: Brand.white(root.highlighted ? 0.1 : 0.05)
-        border.width: root.highlighted ? 1.2 : 1
-        border.color: root.highlighted ? Brand.faded(Brand.gold, 0.55) : Brand.white(0.1)
+        color: Brand.white(0.05)
+        border.width: 1
+        border.color: Brand.white(0.1)
+    }
+    // Painted, since a rectangle draws its stroke in whole points; the other is the cheaper one where a card is long.
+    Loader {
+        anchors.fill: parent
+        active: root.highlighted
+        sourceComponent: Component {
+            Plate {
+                radius: root.cornerRadius
+                color: Brand.white(0.1)
+                strokeWidth: 1.2
+                strokeColor: Brand.faded(Brand.gold, 0.55)
+            }
+        }
     }
 }
