@@ -26,19 +26,19 @@ Item {
     // The bar hands no value to screen readers by itself.
     Accessible.description: indeterminate ? "" : Math.floor(fraction * 100) + "%"
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         radius: height / 2
         color: Brand.white(0.12)
     }
-    Rectangle {
+    Plate {
         visible: !root.indeterminate && root.fraction > 0
         width: Math.max(root.height, root.width * root.fraction)
         height: root.height
         radius: height / 2
         color: root.tint
     }
-    Rectangle {
+    Plate {
         id: runner
 
         // With less motion it stands still in the middle: the text says what goes on.
