@@ -15,6 +15,8 @@ Item {
     readonly property bool moves: animate && visible && !Theme.reducedMotion && Window.visibility !== Window.Hidden
                                   && Window.visibility !== Window.Minimized
     property real pulse: 0
+    /// It has appeared: it does so once, and not again each time that its window comes back.
+    property bool appeared: false
 
     implicitWidth: 96
     implicitHeight: 96
@@ -32,16 +34,21 @@ Item {
         id: gem
 
         anchors.fill: parent
-
-        NumberAnimation on elapsed {
-            running: root.moves
-            from: 0
-            to: gem.completeAfter
-            duration: gem.completeAfter * 1000
+    }
+    NumberAnimation {
+        target: gem
+        property: "elapsed"
+        running: root.moves && !root.appeared
+        from: 0
+        to: gem.completeAfter
+        duration: gem.completeAfter * 1000
+        onStopped: {
+            gem.elapsed = gem.completeAfter
+            root.appeared = true
         }
     }
     SequentialAnimation {
-        running: root.moves
+        running: root.moves && root.appeared
         loops: Animation.Infinite
         NumberAnimation { target: root; property: "pulse"; to: 1; duration: Theme.pulseDuration; easing.type: Easing.InOutQuad }
         NumberAnimation { target: root; property: "pulse"; to: 0; duration: Theme.pulseDuration; easing.type: Easing.InOutQuad }
