@@ -58,6 +58,17 @@ TEST(Contrast, figuresStandOutFromTheirCapsulesAndBanners) {
     EXPECT_GE(contrastRatio(Brand::softWarning(), warning), 4.5);
 }
 
+// The language that goes, in a list in the upper half of the window, where the ground is lightest.
+TEST(Contrast, theColourOfDangerStandsOutFromItsWell) {
+    for (const QColor& ground : {Brand::deep(), Brand::purple2()}) {
+        const QColor lit = laidOver(Brand::faded(Brand::gold(), 0.1), ground);
+        const QColor well = laidOver(Brand::well(), laidOver(Brand::white(0.05), lit));
+        EXPECT_GE(contrastRatio(Brand::danger(), well), 4.5);
+        EXPECT_GE(contrastRatio(Brand::danger(), laidOver(Brand::white(0.04), well)), 4.5) << "under the mouse";
+        EXPECT_GE(contrastRatio(Brand::danger(), laidOver(Brand::black(0.2), well)), 4.5) << "pressed";
+    }
+}
+
 TEST(Contrast, textOnGoldStandsOutFromBothEndsOfTheGradient) {
     EXPECT_GE(contrastRatio(Brand::onGold(), Brand::gold()), 4.5);
     EXPECT_GE(contrastRatio(Brand::onGold(), Brand::goldHi()), 4.5);

@@ -41,6 +41,7 @@ class Brand : public QObject {
     Q_PROPERTY(QColor onGold READ onGold CONSTANT FINAL)
     Q_PROPERTY(QColor onDanger READ onDanger CONSTANT FINAL)
     Q_PROPERTY(QColor sheet READ sheet CONSTANT FINAL)
+    Q_PROPERTY(QColor well READ well CONSTANT FINAL)
     Q_PROPERTY(QColor clear READ clear CONSTANT FINAL)
 
   public:
@@ -68,6 +69,8 @@ class Brand : public QObject {
     static QColor onDanger() { return colorFromHex(u"FFFFFF"); }
     /// The ground of a sheet that lies over the screen: nothing shines through it.
     static QColor sheet() { return colorFromHex(u"211340"); }
+    /// Laid on a card whose text is in the colour of danger, which needs a darker ground than any other text.
+    static QColor well() { return faded(deepest(), 0.8); }
     static QColor clear() { return {0, 0, 0, 0}; }
 
     /// White and black at an opacity, for veils, strokes and the dimmed screen behind a sheet.

@@ -45,6 +45,11 @@ FocusScope {
             height: Math.min(parent.height, list.contentHeight + 12)
             visible: list.count > 0
 
+            Rectangle {
+                anchors.fill: parent
+                radius: Theme.radiusCard
+                color: Brand.well
+            }
             ListView {
                 id: list
 

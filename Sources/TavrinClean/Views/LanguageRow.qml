@@ -32,7 +32,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radiusRow
-        color: Brand.white(tap.pressed ? 0.08 : hover.hovered ? 0.04 : 0)
+        color: tap.pressed ? Brand.black(0.2) : Brand.white(hover.hovered ? 0.04 : 0)
         FocusRing { shown: root.current && root.activeFocus; gap: -1 }
     }
     HoverHandler { id: hover }
