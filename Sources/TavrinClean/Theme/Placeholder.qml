@@ -27,7 +27,7 @@ Column {
     }
     BrandText {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(implicitWidth, Math.min(480, root.parent ? root.parent.width - 2 * Theme.margin : 480))
+        width: Math.min(implicitWidth, Math.min(560, root.parent ? root.parent.width - 2 * Theme.margin : 560))
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         text: root.title
