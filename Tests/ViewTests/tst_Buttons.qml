@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Tavrin.Theme
+import "Find.js" as Find
 
 Item {
     width: 400
@@ -111,6 +112,17 @@ Item {
             compare(gold.leftPadding, 18)
             compare(gold.rightPadding, 18)
             compare(large.leftPadding, 18)
+        }
+
+        function test_aSymbolTellsItsNameToWhomPointsAtIt() {
+            const tip = () => Find.all(icon, item => item instanceof HelpTip)[0]
+            mouseMove(icon)
+            compare(tip().text, "Look")
+            mouseMove(icon, 300, 200)
+            compare(tip(), undefined)
+            icon.forceActiveFocus(Qt.TabFocusReason)
+            compare(tip().text, "Look")
+            gold.forceActiveFocus()
         }
 
         function test_withLessMotionNothingEases() {

@@ -2,6 +2,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Tavrin.Theme
 
+// The components in it are its own, and see its ids; a loader of this release can't make them where that is declared.
+// qmllint disable unqualified
+
 /**
  * A symbol that can be pressed, for rows and fields. It has no text on screen, so it must be given a name.
  *
@@ -11,8 +14,10 @@ T.Button {
     id: root
 
     required property string symbol
-    /// What screen readers and the tool tip say.
+    /// What screen readers say.
     required property string name
+    /// What the tool tip says; none while it is empty.
+    property string tip: name
     property color tint: Brand.muted
     property real size: 16
 
@@ -41,5 +46,11 @@ T.Button {
             size: root.size
             color: root.hovered ? Brand.ink : root.tint
         }
+    }
+    // Made only for what is pointed at: lists hold hundreds of these.
+    Loader {
+        anchors.fill: parent
+        active: (root.hovered || root.visualFocus) && root.tip.length > 0
+        sourceComponent: Component { HelpTip { wanted: !root.down; text: root.tip } }
     }
 }

@@ -18,6 +18,7 @@ IconButton {
 
     symbol: "line.3.horizontal"
     name: S.windowMenu
+    tip: menu.visible ? "" : name
     size: 18
     onClicked: menu.visible ? menu.close() : menu.open()
 

@@ -180,14 +180,10 @@ Item {
             active: root.isImage
             sourceComponent: Component {
                 IconButton {
-                    id: eye
-
                     focusPolicy: Qt.NoFocus
                     symbol: "eye"
                     name: S.actionQuickLook
                     onClicked: root.preview()
-
-                    HelpTip { wanted: eye.hovered; text: S.actionQuickLook }
                 }
             }
         }
