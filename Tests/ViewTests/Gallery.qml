@@ -8,16 +8,21 @@ Item {
 
     required property string fixtures
     property string phase: "controls"
-    readonly property bool ready: phase === "preview" ? QuickLook.isText : phase === "lists" ? thumbnail.showsThumbnail : true
-    readonly property Item mouseTarget: scanButton
+    /// What the preview shows in a phase: a text, a picture smaller than the sheet, and a file that can't be shown.
+    readonly property var previews: ({ preview: "notes.txt", picture: "picture.png", withoutPreview: "gone.dmg" })
+    readonly property bool ready: phase === "preview" ? QuickLook.isText
+                                : phase === "picture" ? sheet.showsPicture && QuickLook.summary.length > 0
+                                : phase === "lists" ? thumbnail.showsThumbnail : true
+    /// One of each kind of control: what the mouse goes over in turn.
+    readonly property list<Item> mouseTargets: [scanButton, ghost, danger, look, switchOn, switchOff, picker, ticked, empty, link]
 
     function showPhase() {
         if (phase === "focus")
             ghost.forceActiveFocus(Qt.TabFocusReason)
         else
             gallery.forceActiveFocus()
-        if (phase === "preview")
-            QuickLook.show(fixtures + "notes.txt")
+        if (previews[phase] !== undefined)
+            QuickLook.show(fixtures + previews[phase])
         else
             QuickLook.close()
     }
@@ -56,29 +61,30 @@ Item {
 
             GoldButton { id: scanButton; text: S.actionScan; symbol: "magnifyingglass" }
             GhostButton { id: ghost; text: S.actionSelectAll }
-            DangerButton { text: S.moduleConfirmAction; symbol: "trash" }
+            DangerButton { id: danger; text: S.moduleConfirmAction; symbol: "trash" }
         }
         Row {
             spacing: Theme.spacing
 
             GoldButton { large: true; text: S.smartScanButton; symbol: "sparkles" }
-            IconButton { anchors.verticalCenter: parent.verticalCenter; symbol: "eye"; name: S.actionQuickLook }
-            BrandSwitch { anchors.verticalCenter: parent.verticalCenter; name: S.sectionCleanup; on: true }
-            BrandSwitch { anchors.verticalCenter: parent.verticalCenter; name: S.sectionSpace }
+            IconButton { id: look; anchors.verticalCenter: parent.verticalCenter; symbol: "eye"; name: S.actionQuickLook }
+            BrandSwitch { id: switchOn; anchors.verticalCenter: parent.verticalCenter; name: S.sectionCleanup; on: true }
+            BrandSwitch { id: switchOff; anchors.verticalCenter: parent.verticalCenter; name: S.sectionSpace }
         }
         Row {
             spacing: Theme.spacing
 
             SearchField { placeholder: S.searchPlaceholder; clearName: S.windowClearSearch }
-            MenuPicker { label: S.moduleSortBy; model: [S.categoryLogs, S.categoryTrash] }
+            MenuPicker { id: picker; label: S.moduleSortBy; model: [S.categoryLogs, S.categoryTrash] }
         }
         SearchField { placeholder: S.searchPlaceholder; clearName: S.windowClearSearch; text: "node_modules" }
         Row {
             spacing: Theme.spacing
 
-            CheckMark { text: S.categoryLogs; checkState: Qt.Checked }
+            CheckMark { id: ticked; text: S.categoryLogs; checkState: Qt.Checked }
             CheckMark { text: S.categoryTrash; checkState: Qt.PartiallyChecked }
-            CheckMark { text: S.categoryDownloads }
+            CheckMark { id: empty; text: S.categoryDownloads }
+            LinkText { id: link; text: S.consentReadPrivacy }
         }
         CheckMark { width: 380; text: S.consentAgreeToggle }
         ProgressLine { width: parent.width; name: S.categoryLogs; value: 0.4 }
@@ -220,7 +226,7 @@ Item {
         cancelTitle: S.actionCancel
         confirmTitle: S.moduleConfirmAction
     }
-    QuickLookSheet { title: S.actionQuickLook; closeName: S.windowClose; created: S.windowCreated; modified: S.windowModified }
+    QuickLookSheet { id: sheet; title: S.actionQuickLook; closeName: S.windowClose; created: S.windowCreated; modified: S.windowModified }
 
     component CardContent: Row {
         id: card

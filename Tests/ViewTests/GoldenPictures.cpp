@@ -8,45 +8,29 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QPainter>
 #include <QQmlEngine>
+#include <QQmlListReference>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QTest>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
 namespace {
 
-/// A phase of the gallery, and where the mouse is meanwhile.
+/// A phase of the gallery.
 struct Shot {
     const char* phase;
-    enum class Mouse {
-        away,
-        over,
-        down,
-    } mouse = Mouse::away;
-    const char* name = phase;
     /// Whether it is drawn at every scale, and not at scale 1 alone: large pictures weigh on the repository.
     bool atEveryScale = false;
 };
 
 constexpr std::array shots{
-    Shot{"controls"},
-    Shot{"controls", Shot::Mouse::over, "hovered"},
-    Shot{"controls", Shot::Mouse::down, "pressed"},
-    Shot{"focus", Shot::Mouse::away, "focus", true},
-    Shot{"disabled"},
-    Shot{"lists", Shot::Mouse::away, "lists", true},
-    Shot{"gem"},
-    Shot{"confirm"},
-    Shot{"preview"},
+    Shot{"controls"}, Shot{"focus", true}, Shot{"disabled"}, Shot{"lists", true},    Shot{"gem"},
+    Shot{"confirm"},  Shot{"preview"},     Shot{"picture"},  Shot{"withoutPreview"},
 };
-
-// What the mouse is over: the gallery names it.
-QPoint mousePlace(QQuickView& view) {
-    const auto* item = view.rootObject()->property("mouseTarget").value<QQuickItem*>();
-    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-}
 
 // The files that are shown, with a date that doesn't depend on when they were checked out. A run at another scale may
 // go on at the same time, so each has its own.
@@ -64,17 +48,52 @@ QString prepareFiles(qreal scale) {
     return QUrl::fromLocalFile(folder).toString();
 }
 
-QImage draw(QQuickView& view, const Shot& shot) {
-    view.rootObject()->setProperty("phase", QString::fromLatin1(shot.phase));
+void enter(QQuickView& view, const char* phase) {
+    view.rootObject()->setProperty("phase", QString::fromLatin1(phase));
     QCoreApplication::processEvents();
-    if (shot.mouse != Shot::Mouse::away) QTest::mouseMove(&view, mousePlace(view));
-    if (shot.mouse == Shot::Mouse::down) QTest::mousePress(&view, Qt::LeftButton, {}, mousePlace(view));
     const bool ready = QTest::qWaitFor([&view] { return view.rootObject()->property("ready").toBool(); });
-    if (!ready) std::fprintf(stderr, "%s is never ready\n", shot.name);
-    const QImage picture = tavrin::test::settledPicture(view);
-    if (shot.mouse == Shot::Mouse::down) QTest::mouseRelease(&view, Qt::LeftButton, {}, QPoint(1, 1));
-    QTest::mouseMove(&view, QPoint(1, 1));
-    return picture;
+    if (!ready) std::fprintf(stderr, "%s is never ready\n", phase);
+}
+
+QImage draw(QQuickView& view, const Shot& shot) {
+    enter(view, shot.phase);
+    return tavrin::test::settledPicture(view);
+}
+
+// One control of each kind under the mouse, and below it the same one pressed.
+QImage drawUnderTheMouse(QQuickView& view) {
+    constexpr int margin = 4;
+    enter(view, "controls");
+    QList<std::array<QImage, 2>> cells;
+    int width = 0;
+    int height = 0;
+    const QQmlListReference targets(view.rootObject(), "mouseTargets");
+    for (qsizetype index = 0; index < targets.size(); ++index) {
+        const auto* item = qobject_cast<QQuickItem*>(targets.at(index));
+        const QRect place(item->mapToScene({0, 0}).toPoint(), item->size().toSize());
+        QTest::mouseMove(&view, place.center());
+        const QRect cell = place.adjusted(-margin, -margin, margin, margin);
+        const QImage hovered = tavrin::test::settledPicture(view).copy(cell);
+        QTest::mousePress(&view, Qt::LeftButton, {}, place.center());
+        const QImage pressed = tavrin::test::settledPicture(view).copy(cell);
+        // Not a click: that would open or turn what is shown here.
+        QTest::mouseMove(&view, {1, 1});
+        QTest::mouseRelease(&view, Qt::LeftButton, {}, {1, 1});
+        QMetaObject::invokeMethod(view.rootObject(), "forceActiveFocus");
+        cells.append({hovered, pressed});
+        width += cell.width();
+        height = std::max(height, cell.height());
+    }
+    QImage all(width, 2 * height, QImage::Format_RGB32);
+    all.fill(Qt::black);
+    QPainter painter(&all);
+    int x = 0;
+    for (const auto& [hovered, pressed] : cells) {
+        painter.drawImage(x, 0, hovered);
+        painter.drawImage(x, height, pressed);
+        x += hovered.width();
+    }
+    return all;
 }
 
 }  // namespace
@@ -94,11 +113,12 @@ int main(int argc, char** argv) {
     if (!QTest::qWaitForWindowExposed(&view)) return 2;
 
     bool same = true;
-    for (const Shot& shot : shots) {
-        if (!shot.atEveryScale && view.devicePixelRatio() > 1) continue;
-        same =
-            tavrin::test::isGolden(draw(view, shot), QString::fromLatin1(shot.name), view.devicePixelRatio(), accept) &&
-            same;
-    }
+    const qreal scale = view.devicePixelRatio();
+    const auto compare = [&same, scale, accept](const QImage& picture, const char* name) {
+        same = tavrin::test::isGolden(picture, QString::fromLatin1(name), scale, accept) && same;
+    };
+    for (const Shot& shot : shots)
+        if (shot.atEveryScale || scale <= 1) compare(draw(view, shot), shot.phase);
+    if (scale <= 1) compare(drawUnderTheMouse(view), "mouse");
     return same ? 0 : 1;
 }

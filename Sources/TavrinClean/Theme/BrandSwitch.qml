@@ -20,7 +20,7 @@ T.CheckBox {
     implicitHeight: 26
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    opacity: enabled ? 1 : 0.5
+    opacity: !enabled ? 0.5 : down ? 0.82 : 1
 
     checkState: on ? Qt.Checked : Qt.Unchecked
     // A press alone changes nothing.
@@ -42,7 +42,7 @@ T.CheckBox {
             radius: height / 2
             color: root.on ? Brand.goldHi : Brand.white(root.hovered ? 0.18 : 0.12)
             endColor: root.on ? Brand.gold : Brand.clear
-            strokeColor: Brand.white(root.on ? 0.3 : 0.3)
+            strokeColor: Brand.white(root.hovered ? 0.5 : 0.3)
         }
         Plate {
             x: root.on ? parent.width - width - 3 : 3

@@ -61,7 +61,8 @@ T.CheckBox {
             size: root.size
             key: root.checkState === Qt.Checked ? "checkmark.square.fill"
                : root.checkState === Qt.PartiallyChecked ? "minus.square.fill" : "square"
-            color: root.checkState !== Qt.Unchecked ? Brand.gold : root.hovered ? Brand.ink : Brand.muted
+            color: root.checkState !== Qt.Unchecked ? (root.hovered ? Brand.goldHi : Brand.gold) : root.hovered ? Brand.ink : Brand.muted
+            opacity: root.down ? 0.7 : 1
         }
         Text {
             id: label

@@ -16,6 +16,7 @@ Item {
     implicitWidth: Math.ceil(words.implicitWidth)
     implicitHeight: 28
     activeFocusOnTab: true
+    opacity: enabled ? 1 : 0.5
 
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
@@ -26,7 +27,7 @@ Item {
     Accessible.onPressAction: if (enabled) clicked()
 
     HoverHandler { id: hover; cursorShape: Qt.PointingHandCursor }
-    TapHandler { onTapped: root.clicked() }
+    TapHandler { id: tap; onTapped: root.clicked() }
     FocusRing { shown: root.activeFocus; gap: 2; around: Theme.radiusSmall }
 
     Text {
@@ -35,6 +36,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
         textFormat: Text.PlainText
+        opacity: tap.pressed ? 0.82 : 1
         font: Qt.font({ family: Theme.family, pixelSize: Theme.body.pixelSize, underline: hover.hovered })
         color: hover.hovered ? Brand.goldHi : Brand.gold
     }

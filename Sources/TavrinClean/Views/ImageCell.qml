@@ -77,7 +77,7 @@ Item {
         width: 28
         height: 28
         radius: width / 2
-        color: Brand.black(0.45)
+        color: Brand.black(markTap.pressed ? 0.8 : markHover.hovered ? 0.65 : 0.45)
 
         Symbol {
             anchors.centerIn: parent
@@ -85,7 +85,10 @@ Item {
             size: 20
             color: root.ticked ? Brand.danger : Brand.ink
         }
+        HoverHandler { id: markHover }
         TapHandler {
+            id: markTap
+
             gesturePolicy: TapHandler.ReleaseWithinBounds
             onTapped: root.toggled()
         }
