@@ -1,5 +1,8 @@
 #include "FakeFindings.h"
 
+#include "TavrinCore/Scanning/LanguageNames.h"
+#include "TavrinCore/Strings.h"
+
 #include <chrono>
 #include <cstdint>
 #include <fstream>
@@ -50,12 +53,12 @@ std::vector<CleanableItem> systemJunk(const fs::path& folder) {
 std::vector<CleanableItem> duplicates(const fs::path& folder) {
     const auto set = [&folder](const char* name, std::int64_t size, const char* group) {
         return std::vector{
-            item(fileAt(folder / "Documents" / name), size, ScanCategory::duplicate, false, "Original (kept)", group,
-                 true),
-            item(fileAt(folder / "Downloads" / name), size, ScanCategory::duplicate, true,
-                 "Duplicate of " + std::string(name), group),
-            item(fileAt(folder / "Desktop" / name), size, ScanCategory::duplicate, true,
-                 "Duplicate of " + std::string(name), group),
+            item(fileAt(folder / "Documents" / name), size, ScanCategory::duplicate, false, S::detailOriginalKept(),
+                 group, true),
+            item(fileAt(folder / "Downloads" / name), size, ScanCategory::duplicate, true, S::detailDuplicateOf(name),
+                 group),
+            item(fileAt(folder / "Desktop" / name), size, ScanCategory::duplicate, true, S::detailDuplicateOf(name),
+                 group),
         };
     };
     std::vector<CleanableItem> found = set("notes.txt", 840 * kilobyte, "one");
@@ -78,15 +81,12 @@ std::vector<CleanableItem> similarImages(const fs::path& folder) {
 
 std::vector<CleanableItem> appLanguages(const fs::path& folder) {
     std::vector<CleanableItem> found;
-    const std::pair<const char*, const char*> languages[]{{"Alemán", "de.lproj"},
-                                                          {"Árabe", "ar.lproj"},
-                                                          {"Chino simplificado", "zh-Hans.lproj"},
-                                                          {"Japonés", "ja.lproj"}};
-    for (const auto& [language, name] : languages) {
+    for (const std::string code : {"de", "ar", "zh-Hans", "ja"}) {
+        const std::string language = languageName(code, runningLanguage());
         for (int app = 0; app < 3; ++app) {
-            const fs::path path =
-                folder / "Applications" / ("App" + std::to_string(app) + ".app") / "Contents" / "Resources" / name;
-            found.push_back(item(folderAt(path), (app + 1) * megabyte, ScanCategory::appLanguage, name[0] != 'a',
+            const fs::path path = folder / "Applications" / ("App" + std::to_string(app) + ".app") / "Contents" /
+                                  "Resources" / (code + ".lproj");
+            found.push_back(item(folderAt(path), (app + 1) * megabyte, ScanCategory::appLanguage, code != "ar",
                                  "App" + std::to_string(app), language));
         }
     }
@@ -106,9 +106,9 @@ std::vector<CleanableItem> mailAttachments(const fs::path& folder) {
 std::vector<CleanableItem> uninstaller(const fs::path& folder) {
     std::vector<CleanableItem> found{
         item(folderAt(folder / "Applications" / "App0.app"), 640 * megabyte, ScanCategory::application, false,
-             "Includes 2 related files · 48 MB"),
+             S::detailIncludesRelated(2, "48 MB")),
         item(folderAt(folder / "Applications" / "App1.app"), 210 * megabyte, ScanCategory::application, false,
-             "No related files"),
+             S::detailNoRelatedFiles()),
     };
     found.front().relatedURLs = {folderAt(folder / "Caches" / "com.example.browser"),
                                  folderAt(folder / "Logs" / "Editor")};

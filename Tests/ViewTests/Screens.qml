@@ -12,13 +12,13 @@ Item {
     readonly property var shots: [
         "consent", "notBuilt", "history", "clearing", "noHistory", "menu", "idle", "scanning", "empty", "results", "contents", "search", "noMatch", "question",
         "cleaning", "done", "failures", "failed", "access", "blocked", "dates", "mail", "gallery", "languages",
-        "focus"
+        "focus", "large"
     ]
     // Large pictures weigh on the repository: at other scales a full screen is enough, and most stand on a plain ground.
     readonly property var scaledShots: ["results"]
     readonly property var shotsOnTheGround: ["consent", "results"]
     // The sidebar is the same beside every screen.
-    readonly property var wholeShots: ["consent", "results", "notBuilt", "menu", "question"]
+    readonly property var wholeShots: ["consent", "results", "notBuilt", "menu", "question", "large"]
     /// Where what matters of the present state begins.
     property int leftEdge: 0
     property bool ready: false
@@ -148,6 +148,12 @@ Item {
             list().forceActiveFocus(Qt.TabFocusReason)
             list().currentIndex = 3
             condition = () => rows().some(row => row.current)
+        },
+        large: () => {
+            root.width = 2560
+            root.height = 1440
+            condition = () => Find.all(root, item => item instanceof ReadableColumn).every(column => column.columnWidth <= Theme.readableWidth)
+                              && rows().length > 10
         }
     })
 

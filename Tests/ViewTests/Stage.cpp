@@ -3,11 +3,13 @@
 #include "FakeFindings.h"
 #include "TavrinClean/Kit/AppModel.h"
 #include "TavrinCore/Cleaning/HistoryStore.h"
+#include "TavrinCore/Strings.h"
 
 #include <QMutex>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -54,7 +56,7 @@ class FakeScanner : public Scanner {
 
     [[nodiscard]] std::vector<CleanableItem> scan(const ProgressCallback& progress,
                                                   const CancellationCallback& isCancelled) const override {
-        progress({.phase = "Checking Caches…",
+        progress({.phase = S::scanCheckingLabel("Caches"),
                   .itemsFound = 12,
                   .bytesFound = 0,
                   .currentPath = "/home/anna/Library/Caches/com.example.browser/Images/00/a-rather-long-name.cache",
@@ -78,7 +80,7 @@ class FakeScanner : public Scanner {
 CleanResult clean(Script& script, std::span<const CleanableItem> items, const ProgressCallback& progress,
                   const CancellationCallback& isCancelled) {
     script.note(QStringLiteral("clean %1").arg(items.size()));
-    progress({.phase = "Removing…", .currentPath = "com.example.browser", .fractionCompleted = 0.6});
+    progress({.phase = S::scanRemoving(), .currentPath = "com.example.browser", .fractionCompleted = 0.6});
     script.waitWhileHeld(isCancelled);
     const QString how = script.read(&Script::cleans);
     std::size_t toFail = how == QStringLiteral("badly") ? items.size() : how == QStringLiteral("partly") ? 3 : 0;
@@ -86,7 +88,7 @@ CleanResult clean(Script& script, std::span<const CleanableItem> items, const Pr
     for (const CleanableItem& item : items) {
         if (toFail > 0) {
             --toFail;
-            result.failures.push_back({item.url, "You don't have permission to do that."});
+            result.failures.push_back({item.url, std::string(S::systemRefusal(EACCES))});
             continue;
         }
         result.removedItems += 1 + std::ssize(item.relatedURLs);
@@ -104,7 +106,7 @@ RestoreResult restore(Script& script, std::span<const TrashedEntry> entries) {
     for (const TrashedEntry& entry : entries) {
         if (toFail > 0) {
             --toFail;
-            result.failures.push_back({entry.original, "It's no longer in the Trash."});
+            result.failures.push_back({entry.original, S::restoreGoneFromTrash()});
             result.pending.push_back(entry);
         } else {
             ++result.restored;

@@ -74,7 +74,7 @@ Item {
             open("developerJunk")
             stage.hold()
             button(S.actionScan).clicked()
-            tryVerify(() => says("Checking Caches…"))
+            tryVerify(() => says(S.scanCheckingLabel("Caches")))
             const line = Find.all(view, item => item instanceof ProgressLine)[0]
             compare(line.fraction, 0.42)
             verify(says(S.moduleItemsFound(12)))
