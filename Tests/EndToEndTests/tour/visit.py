@@ -26,6 +26,8 @@ class Visit:
 
     def picture(self, name):
         self._pictures += 1
+        if self.window is not None:
+            self.window.put_the_pointer_away()
         wait_until_still(self.frame)
         take_picture(self.frame, pathlib.Path(self.options.pictures) /
                      ("%s-%02d-%s.png" % (self.language, self._pictures, name)))

@@ -105,6 +105,10 @@ class Window:
         xdotool("mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2))
         xdotool("click", "1")
 
+    def put_the_pointer_away(self):
+        """Into the last corner, where it lies on nothing and can hardly be seen."""
+        xdotool("mousemove", "99999", "99999")
+
     def turn_the_wheel(self, node, towards):
         """Over `node`, by one step, to where `towards` lies."""
         place, wanted = (of.queryComponent().getExtents(pyatspi.DESKTOP_COORDS) for of in (node, towards))
