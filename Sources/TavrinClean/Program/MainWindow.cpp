@@ -53,7 +53,8 @@ bool MainWindow::furnish(const QUrl& url) {
 
 void MainWindow::bringToFront() {
     setWindowStates(windowStates() & ~Qt::WindowMinimized);
-    show();
+    // To show() a window would also give it its usual size.
+    setVisible(true);
     raise();
     requestActivate();
 }

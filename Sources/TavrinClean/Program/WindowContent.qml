@@ -11,7 +11,12 @@ FocusScope {
         anchors.fill: parent
         focus: true
     }
-    QuickLookSheet { title: S.actionQuickLook; created: S.windowCreated; modified: S.windowModified }
+    QuickLookSheet {
+        title: S.actionQuickLook
+        closeName: S.windowClose
+        created: S.windowCreated
+        modified: S.windowModified
+    }
 
     Shortcut {
         // The checker of this release doesn't know the name.
