@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace tavrin::test {
 namespace {
 
@@ -61,6 +63,7 @@ TEST(Demonstration, sendsNoControlCharacterOfANameToTheTerminal) {
 TEST(Demonstration, failsWhereNothingCanBeMovedAway) {
     const TestFolder world;
     makeSampleHome(world / "home", {"--small"});
+    std::filesystem::remove_all((world / "home/.local/share/Trash").path());
     world.file("home/.local/share/Trash", "in the way");
     const std::string before = comparableManifest(world / "home");
 

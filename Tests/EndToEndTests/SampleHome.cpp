@@ -18,9 +18,8 @@ void makeSampleHome(const URL& folder, const std::vector<std::string>& options) 
 }
 
 std::string homeManifest(const URL& folder, const std::vector<std::string>& options) {
-    std::vector<std::string> arguments{
-        TAVRIN_SCRIPTS "/home-manifest", folder.path(), "--without", ".local/share/Trash", "--without",
-        ".local/share/Tavrin Clean"};
+    std::vector<std::string> arguments{TAVRIN_SCRIPTS "/home-manifest", folder.path(), "--without",
+                                       ".local/share/Tavrin Clean"};
     arguments.insert(arguments.end(), options.begin(), options.end());
     CommandResult read = runAsSeen(arguments);
     EXPECT_EQ(read.status, 0) << read.output;

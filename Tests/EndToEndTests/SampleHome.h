@@ -14,7 +14,7 @@ namespace tavrin::test {
 
 /// scripts/make-sample-home; fails the test when it can't be made.
 void makeSampleHome(const URL& folder, const std::vector<std::string>& options = {});
-/// scripts/home-manifest of all but what the program itself keeps there; fails the test when it can't be read.
+/// scripts/home-manifest of all but the history that the program keeps there; fails the test when it can't be read.
 [[nodiscard]] std::string homeManifest(const URL& folder, const std::vector<std::string>& options = {});
 
 }  // namespace tavrin::test

@@ -8,7 +8,8 @@ import os
 import shutil
 
 from . import applications, browsers, developer_junk, device_backups, downloads, duplicates, large_and_old
-from . import launch_agents, mail_and_messages, nasty_things, photographs, screenshots, system_junk, user_files
+from . import launch_agents, mail_and_messages, nasty_things, photographs, screenshots, system_junk, trash
+from . import user_files
 from .world import World
 
 GENERATORS = (
@@ -34,6 +35,8 @@ GENERATORS = (
     (duplicates.linked_copies, "hard links, one of them beside a real copy"),
     (photographs.photographs, "photographs, with copies made smaller, turned and stored in other forms"),
     # What it must leave alone.
+    (trash.thrown_away, ".local/share/Trash: what was thrown away before, with its notes; hidden and in a folder too"),
+    (trash.left_without_a_note, "the same: a file of which nobody knows where it was"),
     (duplicates.near_copies, "files of one size and one beginning"),
     (duplicates.copies_that_are_none, "equal files that are hidden, in a bundle or linked"),
     (photographs.broken_photographs, "pictures cut off, of another kind, and too large to be true"),

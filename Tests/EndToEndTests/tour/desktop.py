@@ -32,6 +32,6 @@ class Banners:
 
 
 def trash_list():
-    """The lines of `gio trash --list`: where each thing lies, and where it came from."""
+    """The lines of `gio trash --list`, sorted: where each thing lies, and where it came from."""
     done = subprocess.run(["gio", "trash", "--list"], check=True, capture_output=True)
-    return done.stdout.decode("utf-8", "replace").splitlines()
+    return sorted(done.stdout.decode("utf-8", "replace").splitlines())

@@ -159,11 +159,11 @@ class Tour(Visit):
                  (asked, size, self.paths, self.size))
 
     def check_the_trash(self):
-        listed = trash_list()
+        listed = [line for line in trash_list() if line not in self.thrown_away_before]
         check(len(listed) == self.paths, "the desktop's own tool lists %d paths" % self.paths, str(len(listed)))
         check(not any(line.endswith("/" + self.kept) for line in listed), "what was unticked isn't there")
         banner = self.hear_the_banner(self.paths, self.size)
-        self.say("`gio trash --list` shows %d; the banner said “%s”." % (len(listed), banner))
+        self.say("`gio trash --list` shows %d more than before; the banner said “%s”." % (len(listed), banner))
 
     def start_twice(self):
         second = subprocess.run([self.options.program], timeout=60)
@@ -183,4 +183,4 @@ class Tour(Visit):
         self.put_the_latest_back(self.words.moduleSystemJunkTitle, self.paths, self.size)
         self.check_that_nothing_is_left_to_put_back()
         self.picture("put-back")
-        self.say("Started again, without the terms. Put back from History: %d paths, and the Trash is empty." % self.paths)
+        self.say("Started again, without the terms. Put back from History: %d paths, and the Trash is as it was." % self.paths)

@@ -6,12 +6,12 @@ import re
 
 TABLES = pathlib.Path(__file__).resolve().parents[3] / "Sources" / "TavrinCore" / "Strings"
 STRING = r'"(?:\\.|[^"\\])*"'
-STATIC = re.compile(r"^TAVRIN_(?:MESSAGE|WINDOW_TEXT)\((\w+),\s*(%s),\s*(%s)\)" % (STRING, STRING), re.MULTILINE)
+STATIC = re.compile(r"^TAVRIN_(?:MESSAGE|WINDOW_TEXT|SYSTEM_REFUSAL)\((\w+),\s*(%s),\s*(%s)\)" % (STRING, STRING), re.MULTILINE)
 COUNTED = re.compile(r"^TAVRIN_FUNCTION_MESSAGE\((\w+),\s*\(([^)]*)\),\s*((?:%s,?\s*)+)\)" % STRING, re.MULTILINE)
 
 
 class Words:
-    """words.actionScan is a text; words("countItems", 3) fills one in."""
+    """words.actionScan is a text, words.EALREADY a reason; words("countItems", 3) fills one in."""
 
     def __init__(self, language):
         self._spanish = language == "es"
