@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 #include <set>
 #include <string>
 
@@ -27,8 +28,9 @@ struct Expectation {
 const std::array<Expectation, 8> kExpectations{{
     {ModuleKind::systemJunk, {"Library/Caches/loose file.cache"}, {"Library/Caches/.hidden-cache"}},
     {ModuleKind::largeFiles,
-     {"Documents/Archive of 2011.tar"},
-     {"Documents/only says that it is large.img", "Public/.hidden and old.txt", "Library/Keychains"}},
+     {"Documents/Archive of 2011.tar", "Public/long ago.txt", ".local/share/Trash/files/old report.pdf"},
+     {"Documents/only says that it is large.img", "Public/.hidden and old.txt", "Public/long ago, but read.txt",
+      "Public/a year less a day.txt", "Library/Keychains", ".local/share/Trash/files/.hidden note"}},
     {ModuleKind::developerJunk,
      {"src/level 1/level 2/level 3/level 4/level 5/level 6/node_modules"},
      {"src/level 1/level 2/level 3/level 4/level 5/level 6/level 7/node_modules", "src/odd/a file/Pods",
@@ -42,8 +44,9 @@ const std::array<Expectation, 8> kExpectations{{
      {"Desktop/My screenshot.png", "Desktop/.Screenshot hidden.png", "Desktop/Screen Recording.mp4",
       "Pictures/Capturas/holiday.png"}},
     {ModuleKind::downloadsJunk,
-     {"Downloads/came today.dmg"},
-     {"Downloads/unpacked.zip", "Downloads/Old App.app", "Downloads/nothing in it.dmg", "Downloads/.half of it.zip"}},
+     {"Downloads/came today.dmg", "Downloads/ninety-one days.txt"},
+     {"Downloads/old but read lately.pdf", "Downloads/eighty-nine days.txt", "Downloads/unpacked.zip",
+      "Downloads/Old App.app", "Downloads/nothing in it.dmg", "Downloads/.half of it.zip"}},
     {ModuleKind::browserCaches,
      {"Library/Application Support/Google/Chrome/Default/Cache"},
      {"Library/Caches/Vivaldi", "Library/Application Support/Google/Chrome/Default/Login Data",
@@ -65,10 +68,19 @@ std::set<std::string> pathsFoundBy(ModuleKind kind, const URL& home) {
     return paths;
 }
 
+/// In the sample home's own zone of time. Ages count back from it.
+std::string today() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    ::gmtime_r(&now, &parts);
+    std::array<char, 16> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", &parts)};
+}
+
 TEST(SampleHomeScans, findWhatIsThereForThemAndNothingThatOnlyLooksLikeItAndChangeNothing) {
     const TestFolder world;
     const URL home = world / "home";
-    makeSampleHome(home);
+    makeSampleHome(home, {"--today", today()});
     const std::string before = homeManifest(home);
     const ScopedVariable homeVariable("HOME", home.path().c_str());
     const ScopedVariable dataVariable("XDG_DATA_HOME", nullptr);

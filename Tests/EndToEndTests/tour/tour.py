@@ -5,6 +5,7 @@ remembers. It says in plain lines what it did, with the figures, and leaves pict
 """
 
 import argparse
+import datetime
 import os
 import pathlib
 import subprocess
@@ -53,7 +54,8 @@ def play_on_a_screen(options, language):
     """Display, session bus and home of its own: nothing of the person's is seen or touched."""
     from screen import Screen
     home = sample_home(language)
-    make = [str(ROOT / "scripts" / "make-sample-home"), "--force", home] + ["--small"] * options.small
+    today = datetime.datetime.now(datetime.timezone.utc).date().isoformat()
+    make = [str(ROOT / "scripts" / "make-sample-home"), "--force", "--today", today, home] + ["--small"] * options.small
     made = subprocess.run(make, check=True, stdout=subprocess.PIPE, text=True).stdout
     print("== %s\n  Made a sample home: %s" % (LANGUAGES[language], made.strip()), flush=True)
     with Screen() as screen, tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as runtime, \
