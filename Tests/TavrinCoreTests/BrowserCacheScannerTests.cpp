@@ -178,10 +178,20 @@ TEST(BrowserCacheScanner, theFactorysScannerLooksIntoTheHomesLibrary) {
     const TestFolder home;
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.fileOfSize("Library/Caches/Firefox/data", 1'000'000);
-    home.fileOfSize("Library/Caches/Vivaldi/data", 990'000);
+    home.fileOfSize("Library/Caches/Vivaldi/data", 999'424);  // 244 blocks of 4 KiB
     const auto scanner = ScannerFactory::makeScanner(ModuleKind::browserCaches);
     EXPECT_EQ(scanner->kind(), ModuleKind::browserCaches);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Library/Caches/Firefox"));
+}
+
+TEST(BrowserCacheScanner, aSupportFolderThatCantBeSeenCountsAsNone) {
+    const TestFolder library;
+    library.fileOfSize("Caches/Firefox/data", 20'000);
+    library.fileOfSize("Application Support/Google/Chrome/Default/Cache/data", 20'000);
+    const LockedFolder lock(library / "Application Support");
+    const RecordedScan scan = scanOf(library);
+    EXPECT_THAT(scan.paths(library), ElementsAre("Caches/Firefox"));
+    EXPECT_EQ(scan.reports.back(), doneReport(1, scan.items.at(0).size));
 }
 
 }  // namespace

@@ -80,7 +80,9 @@ void BrowserCacheScanner::findInProfiles(ScanRun& run) const {
     const URL support = library_.appendingPathComponent("Application Support", true);
     for (const auto& [browser, path] : kChromiumSupport) {
         run.throwIfCancelled();
-        for (const URL& profile : run.children(support.appendingPathComponent(path, true))) {
+        const URL root = support.appendingPathComponent(path, true);
+        if (!FileSystemUtils::exists(root)) continue;
+        for (const URL& profile : run.children(root)) {
             if (!profile.hasDirectoryPath()) continue;
             const std::string label = joinedDetail(browser, detailName(profile.lastPathComponent()));
             for (const std::string_view cache : kChromiumCacheSubdirs)
