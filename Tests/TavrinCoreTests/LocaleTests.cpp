@@ -18,6 +18,7 @@ class PreferredLanguages : public testing::Test {
     ScopedVariable all_{"LC_ALL", nullptr};
     ScopedVariable messages_{"LC_MESSAGES", nullptr};
     ScopedVariable numeric_{"LC_NUMERIC", nullptr};
+    ScopedVariable time_{"LC_TIME", nullptr};
     ScopedVariable lang_{"LANG", nullptr};
 };
 using PreferredRegion = PreferredLanguages;
@@ -88,21 +89,33 @@ TEST_F(PreferredLanguages, aLocaleOfCharactersAloneNamesNoLanguage) {
 }
 
 TEST_F(PreferredRegion, isThatOfTheLocaleOfNumbers) {
-    EXPECT_EQ(preferredRegion(), "");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "");
     const ScopedVariable lang("LANG", "en_GB.UTF-8");
-    EXPECT_EQ(preferredRegion(), "GB");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "GB");
     const ScopedVariable numeric("LC_NUMERIC", "es_ES.UTF-8");
-    EXPECT_EQ(preferredRegion(), "ES");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "ES");
     const ScopedVariable all("LC_ALL", "es_mx");
-    EXPECT_EQ(preferredRegion(), "MX");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "MX");
 }
 
 TEST_F(PreferredRegion, isThatOfTheFirstLanguageWhereTheLocaleNamesNone) {
     const ScopedVariable language("LANGUAGE", "es_AR:en_US");
     const ScopedVariable lang("LANG", "C.UTF-8");
-    EXPECT_EQ(preferredRegion(), "AR");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "AR");
     const ScopedVariable bare("LANGUAGE", "es_419");
-    EXPECT_EQ(preferredRegion(), "");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "");
+}
+
+TEST_F(PreferredRegion, ofDatesIsThatOfTheLocaleOfTimes) {
+    const ScopedVariable lang("LANG", "en_US.UTF-8");
+    EXPECT_EQ(preferredRegion(RegionOf::dates), "US");
+    const ScopedVariable numeric("LC_NUMERIC", "es_ES.UTF-8");
+    EXPECT_EQ(preferredRegion(RegionOf::dates), "US") << "numbers are another matter";
+    const ScopedVariable time("LC_TIME", "en_GB.UTF-8");
+    EXPECT_EQ(preferredRegion(RegionOf::dates), "GB");
+    EXPECT_EQ(preferredRegion(RegionOf::numbers), "ES");
+    const ScopedVariable all("LC_ALL", "es_MX.UTF-8");
+    EXPECT_EQ(preferredRegion(RegionOf::dates), "MX");
 }
 
 }  // namespace

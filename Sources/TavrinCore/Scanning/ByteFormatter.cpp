@@ -96,7 +96,7 @@ std::string magnitudeText(std::uint64_t magnitude, std::uint64_t step, const Num
 }
 
 const NumberSigns& userSigns() {
-    static const NumberSigns signs = NumberSigns::of(runningLanguage(), preferredRegion());
+    static const NumberSigns signs = NumberSigns::of(runningLanguage(), preferredRegion(RegionOf::numbers));
     return signs;
 }
 

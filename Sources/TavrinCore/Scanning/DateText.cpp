@@ -56,7 +56,8 @@ Format makeFormat(const DateSettings& settings, icu::DateFormat::EStyle time) {
 }
 
 Format makeUsersFormat(icu::DateFormat::EStyle time) {
-    return makeFormat({.language = runningLanguage(), .region = preferredRegion(), .timeZone = {}}, time);
+    return makeFormat({.language = runningLanguage(), .region = preferredRegion(RegionOf::dates), .timeZone = {}},
+                      time);
 }
 
 /// Formatting changes nothing about a format, so threads may share one.

@@ -1,5 +1,5 @@
-// The environment carries both: LANGUAGE, LC_ALL, LC_MESSAGES, LANG (locale(7), gettext(3)). No locale has to be
-// installed for it.
+// The environment carries both: LANGUAGE, LC_ALL, LC_MESSAGES, LC_NUMERIC, LC_TIME, LANG (locale(7), gettext(3)). No
+// locale has to be installed for it.
 #include "TavrinCore/Platform/Locale.h"
 
 #include <cstdlib>
@@ -67,8 +67,9 @@ std::vector<std::string> preferredLanguages() {
     return tags;
 }
 
-std::string preferredRegion() {
-    if (std::string region = regionOfTag(tagFromLocaleName(localeName("LC_NUMERIC"))); !region.empty()) return region;
+std::string preferredRegion(RegionOf what) {
+    const std::string_view locale = localeName(what == RegionOf::dates ? "LC_TIME" : "LC_NUMERIC");
+    if (std::string region = regionOfTag(tagFromLocaleName(locale)); !region.empty()) return region;
     const std::vector<std::string> languages = preferredLanguages();
     return languages.empty() ? std::string() : regionOfTag(languages.front());
 }
