@@ -2,6 +2,7 @@
 // a folder is believed. The desktop whose program has no such setting keeps none.
 #include "TavrinCore/Platform/ScreenCapture.h"
 
+#include "TavrinCore/Models/PercentEncoding.h"
 #include "TavrinCore/Models/URL.h"
 #include "TavrinCore/Platform/Folders.h"
 #include "TavrinCore/Platform/ReadFile.h"
@@ -54,11 +55,17 @@ std::optional<std::string_view> valueIn(std::string_view settings, std::string_v
     return std::nullopt;
 }
 
-/// Programs write a path or an absolute URL, and say "$HOME" for the home. Nil for what is no folder on this machine.
+/// Programs write a path or an absolute URL, and say "$HOME" for the home, in a URL too. Nil for what is no folder on
+/// this machine.
 std::optional<std::string> pathFrom(std::string_view value) {
     constexpr std::string_view home = "$HOME";
     constexpr std::string_view scheme = "file://";
-    if (value.starts_with(scheme) && value.substr(scheme.size()).starts_with(home)) value.remove_prefix(scheme.size());
+    std::optional<std::string> decoded;
+    if (value.starts_with(scheme) && value.substr(scheme.size()).starts_with(home)) {
+        decoded = percentDecoded(value.substr(scheme.size()));
+        if (!decoded) return std::nullopt;
+        value = *decoded;
+    }
     const auto isOrBelow = [value](std::string_view folder) {
         return value.starts_with(folder) && (value.size() == folder.size() || value[folder.size()] == '/');
     };

@@ -71,5 +71,14 @@ TEST_F(ScreenCaptureLocation, aFifoInPlaceOfTheSettingsHoldsNobodyUp) {
     EXPECT_EQ(screenCaptureLocation(), std::nullopt);
 }
 
+TEST_F(ScreenCaptureLocation, aURLBelowTheHomeIsPercentEncodedAndAPathIsNot) {
+    set("spectaclerc", "[ImageSave]\nimageSaveLocation[$e]=file://$HOME/Im%C3%A1genes%20de%20hoy\n");
+    EXPECT_EQ(screenCaptureLocation(), "~/Im\u00e1genes de hoy");
+    set("spectaclerc", "[ImageSave]\nimageSaveLocation[$e]=$HOME/100%25\n");
+    EXPECT_EQ(screenCaptureLocation(), "~/100%25");
+    set("spectaclerc", "[ImageSave]\nimageSaveLocation[$e]=file://$HOME/a%2\n");
+    EXPECT_EQ(screenCaptureLocation(), std::nullopt) << "a broken escape";
+}
+
 }  // namespace
 }  // namespace tavrin
