@@ -1,7 +1,6 @@
 #include "TavrinCore/DockCleaner.h"
 
 #include "TavrinCore/Scanning/FileSystemUtils.h"
-#include "TavrinCore/Scanning/InstalledApps.h"
 
 #include <algorithm>
 #include <iterator>
@@ -22,28 +21,19 @@ std::optional<URL> appPath(const PropertyList& tile) {
     return url ? std::optional(url->standardizedFileURL()) : std::nullopt;
 }
 
-/// An app in a folder that can't be looked into keeps its tile.
-bool mayExist(const URL& url) {
-    return !FileSystemUtils::isGone(url);
-}
-
 bool areDictionaries(const PropertyList::Array& tiles) {
     return std::ranges::all_of(tiles, [](const PropertyList& tile) { return tile.dictionary() != nullptr; });
 }
 
 }  // namespace
 
-std::set<std::string> DockCleaner::appPaths(const std::vector<CleanableItem>& selection) {
-    std::set<std::string> paths;
-    for (const CleanableItem& item : selection) {
-        if (isApp(item.url)) paths.insert(item.url.standardizedFileURL().path());
-    }
-    return paths;
-}
-
 std::int64_t DockCleaner::removeEntries(const std::set<std::string>& removedAppPaths) {
     const std::unique_ptr<DockStore> store = systemDockStore();
-    return store != nullptr ? removeEntries(removedAppPaths, *store, mayExist) : 0;
+    return store != nullptr ? removeEntries(removedAppPaths, *store) : 0;
+}
+
+bool DockCleaner::mayExist(const URL& url) {
+    return !FileSystemUtils::isGone(url);
 }
 
 std::int64_t DockCleaner::removeEntries(const std::set<std::string>& removedAppPaths, DockStore& store,

@@ -146,16 +146,5 @@ TEST(DockCleaner, aStoreOfTheWrongShapeIsLeftAsItIs) {
     }
 }
 
-TEST(DockCleaner, theAppsOfASelectionAreThoseWithJustThatExtension) {
-    const auto item = [](const char* path) {
-        return CleanableItem{.id = UUID::random(), .url = URL::fromPath(path), .category = ScanCategory::application};
-    };
-    EXPECT_THAT(DockCleaner::appPaths({item("/Applications/One.app/"), item("/Applications/../Applications/Two.app"),
-                                       item("/Applications/Loud.APP"), item("/Applications/folder"),
-                                       item("/Applications/One.app")}),
-                ElementsAre("/Applications/One.app", "/Applications/Two.app"));
-    EXPECT_THAT(DockCleaner::appPaths({}), IsEmpty());
-}
-
 }  // namespace
 }  // namespace tavrin

@@ -1,8 +1,8 @@
 #include "Support/Command.h"
+#include "Support/LockedFolder.h"
 #include "Support/TestFolder.h"
 #include "TavrinCore/DockCleaner.h"
 #include "TavrinCore/Platform/Linux/GnomeFavourites.h"
-#include "TavrinCore/Scanning/FileSystemUtils.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -52,7 +52,7 @@ class Desktop {
 std::int64_t sweep(const Desktop& desktop, const std::set<std::string>& removed = {}) {
     const std::unique_ptr<DockStore> store = gnomeFavourites(desktop.places());
     EXPECT_NE(store, nullptr);
-    return store != nullptr ? DockCleaner::removeEntries(removed, *store, FileSystemUtils::exists) : -1;
+    return store != nullptr ? DockCleaner::removeEntries(removed, *store) : -1;
 }
 
 TEST(GnomeFavourites, aFavouriteWithoutADesktopEntryIsSweptOut) {
@@ -79,6 +79,16 @@ TEST(GnomeFavourites, theFavouriteOfARemovedAppGoes) {
     EXPECT_EQ(sweep(desktop, {app.path()}), 1);
 
     EXPECT_THAT(desktop.settings(), HasSubstr("favorite-apps=['other.desktop']"));
+}
+
+TEST(GnomeFavourites, anAppInAFolderThatCantBeLookedIntoKeepsItsPlace) {
+    const Desktop desktop;
+    const URL app = desktop.world.file("locked/Foo.app/AppRun");
+    desktop.installs("foo.desktop", app.path());
+    desktop.hasFavourites("['foo.desktop', 'gone.desktop']");
+    const test::LockedFolder lock(desktop.world / "locked");
+    EXPECT_EQ(sweep(desktop), 1);
+    EXPECT_THAT(desktop.settings(), HasSubstr("favorite-apps=['foo.desktop']"));
 }
 
 TEST(GnomeFavourites, theLastOneLeavesAnEmptyList) {
