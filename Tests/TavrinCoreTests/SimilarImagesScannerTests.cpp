@@ -260,5 +260,14 @@ TEST(ScannerFactory, makesTheSimilarImagesScannerOverTheUsersFolders) {
     EXPECT_THAT(namesOf(scan), ElementsAre("a.png", "b.png"));
 }
 
+TEST(SimilarImagesScanner, theNameOfTheLargestKeepsToItsLine) {
+    const TestFolder world;
+    const std::string scene = test::asJPEG(test::drawnScene(1, 640, 480));
+    world.file("two\nlines.jpg", scene + std::string(20'000, 'x'));
+    world.file("other.jpg", scene);
+    EXPECT_EQ(test::record(SimilarImagesScanner(std::vector{world.url()}, 10, 1'000)).named("other.jpg").detail,
+              S::detailSimilarTo("two\uFFFDlines.jpg"));
+}
+
 }  // namespace
 }  // namespace tavrin

@@ -1,5 +1,6 @@
 #include "TavrinCore/Scanning/SimilarImagesScanner.h"
 
+#include "TavrinCore/Scanning/DetailText.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
 #include "TavrinCore/Scanning/PerceptualHash.h"
 #include "TavrinCore/Scanning/ScanRun.h"
@@ -21,12 +22,7 @@ struct Hashed {
 };
 
 std::vector<URL> defaultRoots() {
-    std::vector<URL> roots;
-    for (const std::string_view name : scannerDefaults::SimilarImages::roots) {
-        URL root = FileSystemUtils::home().appendingPathComponent(name, true);
-        if (FileSystemUtils::exists(root)) roots.push_back(std::move(root));
-    }
-    return roots;
+    return FileSystemUtils::existingFolders(FileSystemUtils::home(), scannerDefaults::SimilarImages::roots);
 }
 
 }  // namespace
@@ -86,7 +82,7 @@ class SimilarImagesScanner::Run {
     void addGroup(std::vector<Hashed> members, std::size_t number) {
         std::ranges::stable_sort(members, std::ranges::greater{},
                                  [](const Hashed& member) { return member.file.size; });
-        const std::string detail = S::detailSimilarTo(displayText(members.front().file.url.lastPathComponent()));
+        const std::string detail = S::detailSimilarTo(detailName(members.front().file.url.lastPathComponent()));
         for (const Hashed& member : members) {
             const bool isKeeper = &member == &members.front();
             run_.add({.id = UUID::random(),
