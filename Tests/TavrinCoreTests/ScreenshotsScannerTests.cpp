@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -121,11 +122,35 @@ TEST(ScreenshotsScanner, aFifoIsNeverOpened) {
     EXPECT_EQ(scanOf({world.url()}).items.at(0).size, 0);
 }
 
+TEST(ScreenshotsScanner, whereNoDateCanBeReadThereIsNoDetail) {
+    const TestFolder world;
+    world.file("Desktop/Screenshot.png");
+    // The names in it may be seen, and nothing else of what they stand for.
+    test::setMode(world / "Desktop", 0400);
+    {
+        const test::OrdinaryUser user;
+        const RecordedScan scan = scanOf({world / "Desktop"});
+        EXPECT_EQ(scan.named("Screenshot.png").detail, std::nullopt);
+        EXPECT_EQ(scan.named("Screenshot.png").size, 0);
+    }
+    test::setMode(world / "Desktop", 0700);
+}
+
+TEST(ScreenshotsScanner, aLockedFolderOfSuchANameIsMeasuredWithoutAWord) {
+    const TestFolder world;
+    world.file("Screenshot locked.png/inside");
+    const LockedFolder lock(world / "Screenshot locked.png");
+    const RecordedScan scan = scanOf({world.url()});
+    EXPECT_EQ(scan.named("Screenshot locked.png").size, 0);
+    EXPECT_EQ(scan.reports.back(), test::doneReport(1, 0));
+}
+
 TEST(ScreenshotsScanner, withBothLocationsEqualEachFileAppearsOnce) {
     const TestFolder world;
     world.file("Screenshot 1.png");
     EXPECT_EQ(scanOf({world.url(), world.url()}).items.size(), 1U);
-    EXPECT_EQ(scanOf({world.url(), world / "x/.."}).items.size(), 1U) << "x isn't there";
+    world.folder("x");
+    EXPECT_EQ(scanOf({world.url(), world / "x/.."}).items.size(), 1U) << "by another way";
 }
 
 TEST(ScreenshotsScanner, findingsComeLargestFirst) {
@@ -179,6 +204,20 @@ TEST(ScreenshotsScanner, theFactorysScannerLooksAtTheDesktopAlone) {
     EXPECT_THAT(test::record(*scanner).paths(home),
                 UnorderedElementsAre("Desktop/Screenshot.png", "Pictures/Screenshot.png"))
         << "and at the folder that is set, where there is one";
+}
+
+TEST(ScreenshotsScanner, aFolderThatIsReachedOverALinkIsTheSameFolder) {
+    const TestFolder world;
+    world.file("Desktop/Screenshot 1.png", "x");
+    world.link("home", ".");
+    world.link("Captures", "Desktop");
+    std::filesystem::create_hard_link((world / "Desktop/Screenshot 1.png").path(),
+                                      (world / "Desktop/Screenshot 2.png").path());
+    EXPECT_THAT(
+        test::record(ScreenshotsScanner(std::vector{world / "Desktop", world / "Captures", world / "home/Desktop"}))
+            .paths(world),
+        testing::UnorderedElementsAre("Desktop/Screenshot 1.png", "Desktop/Screenshot 2.png"))
+        << "two names in one folder are two captures";
 }
 
 }  // namespace

@@ -9,6 +9,25 @@
 namespace tavrin {
 namespace {
 
+bool isBelow(const std::string& path, const std::string& folder) {
+    return path.starts_with(folder) && (folder.ends_with('/') || path.substr(folder.size()).starts_with('/'));
+}
+
+bool isLink(const URL& url) {
+    const Result<FileStatus> status = fileStatus(url);
+    return status && status->type == FileType::symbolicLink;
+}
+
+/// Whether the link at `index` leads to, into or above one of the others; of two links to one place, the later does.
+bool meetsAnother(const std::vector<URL>& roots, const std::vector<std::string>& places, std::size_t index) {
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+        if (i == index) continue;
+        if (isBelow(places[index], places[i]) || isBelow(places[i], places[index])) return true;
+        if (places[i] == places[index] && (i < index || !isLink(roots[i]))) return true;
+    }
+    return false;
+}
+
 void recordIfRefused(AccessDenials* denials, const URL& folder, const SystemError& error) {
     if (denials != nullptr) denials->recordIfRefused(folder, error);
 }
@@ -27,9 +46,9 @@ class RegularFiles final : public WalkVisitor {
         all,
     };
 
-    void walk(const URL& root, Wants wants) {
+    void walk(const URL& root, LastLink rootLink, Wants wants) {
         const bool all = wants == Wants::all;
-        walkDirectory(root, {.wantsDates = all, .wantsIdentifier = all}, *this);
+        walkDirectory(root, {.rootLink = rootLink, .wantsDates = all, .wantsIdentifier = all}, *this);
         // Some systems show a protected folder as an empty one, without an error. Listing it directly tells.
         if (!wasStopped_ && !metAnything_ && denials_ != nullptr && FileSystemUtils::isPermissionDenied(root))
             denials_->record(root);
@@ -135,6 +154,18 @@ std::vector<URL> FileSystemUtils::existingFolders(const URL& parent, std::span<c
     return folders;
 }
 
+std::vector<URL> FileSystemUtils::distinctRoots(const std::vector<URL>& roots) {
+    std::vector<URL> distinct;
+    std::vector<std::string> places;
+    places.reserve(roots.size());
+    for (const URL& root : roots)
+        places.push_back(root.resolvingSymlinksInPath().path());
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+        if (!isLink(roots[i]) || !meetsAnother(roots, places, i)) distinct.push_back(roots[i]);
+    }
+    return distinct;
+}
+
 bool FileSystemUtils::isFolder(const URL& url) {
     const Result<FileStatus> status = fileStatus(url);
     return status && status->type == FileType::directory;
@@ -147,7 +178,7 @@ std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const
     std::int64_t total = 0;
     RegularFiles files({.descendIntoPackages = true, .includeHidden = true}, denials, isCancelled,
                        [&](const WalkEntry&, const FileStatus& file) { total = sumOfSizes(total, file.measure()); });
-    files.walk(url, decltype(files)::Wants::sizes);
+    files.walk(url, LastLink::keep, decltype(files)::Wants::sizes);
     return total;
 }
 
@@ -175,7 +206,7 @@ void FileSystemUtils::enumerateRegularFileEntries(
     const URL& root, EnumerationOptions options, AccessDenials* denials, const CancellationCallback& isCancelled,
     const std::function<void(const WalkEntry&, const FileStatus&)>& visit) {
     RegularFiles files(options, denials, isCancelled, visit);
-    files.walk(root, decltype(files)::Wants::all);
+    files.walk(root, LastLink::follow, decltype(files)::Wants::all);
 }
 
 bool FileSystemUtils::isPermissionDenied(const URL& folder) {

@@ -58,6 +58,9 @@ class FileSystemUtils {
     [[nodiscard]] static bool isGone(const URL& url);
     /// Those of the folders of these names, below `parent`, at which there is something; in their order.
     [[nodiscard]] static std::vector<URL> existingFolders(const URL& parent, std::span<const std::string_view> names);
+    /// Without the links among them that lead to where another one leads, into it, or above it: what lies there would
+    /// be met twice. Of several that lead to one folder the first stays. In their order, and as they were called.
+    [[nodiscard]] static std::vector<URL> distinctRoots(const std::vector<URL>& roots);
     /// Whether `url` itself is a folder. A link to one is none.
     [[nodiscard]] static bool isFolder(const URL& url);
 
@@ -76,7 +79,8 @@ class FileSystemUtils {
                                                    const CancellationCallback& isCancelled = neverCancelled);
 
     /// Visits each regular file below `root`, in the file system's own order. Links, folders and specials are not
-    /// visited. Stops without a word once cancelled.
+    /// visited. A root that is a link to a folder is walked as that folder, as people move their Documents to another
+    /// disk; what lies in it keeps the path below the link. Stops without a word once cancelled.
     static void enumerateRegularFiles(const URL& root, EnumerationOptions options, AccessDenials* denials,
                                       const CancellationCallback& isCancelled,
                                       const std::function<void(const FileInfo&)>& visit);

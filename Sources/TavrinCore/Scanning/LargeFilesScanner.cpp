@@ -70,7 +70,7 @@ std::vector<CleanableItem> LargeFilesScanner::scan(const ProgressCallback& progr
         }
         if (std::optional<CleanableItem> item = judge(file, now)) run.add(*std::move(item));
     };
-    for (const URL& root : roots_) {
+    for (const URL& root : FileSystemUtils::distinctRoots(roots_)) {
         FileSystemUtils::enumerateRegularFiles(root, {}, &run.denials(), run.isCancelled(), look);
         run.throwIfCancelled();
     }

@@ -63,18 +63,20 @@ class ScreenshotsScanner::Run {
             run_.throwIfCancelled();
             if (!FileSystemUtils::exists(location)) continue;
             run_.report({.phase = S::scanCheckingScreenshots(), .currentPath = location.path()});
+            // A folder that is reached over a link is the same folder.
+            const URL realLocation = location.resolvingSymlinksInPath();
             for (const URL& child : run_.children(location))
-                consider(child);
+                consider(child, realLocation);
         }
         return run_.finishLargestFirst(run_.bytes());
     }
 
   private:
     /// A folder of such a name is one too: nothing asks what it is.
-    void consider(const URL& child) {
+    void consider(const URL& child, const URL& realLocation) {
         run_.throwIfCancelled();
         if (!isScreenshotName(child.lastPathComponent())) return;
-        if (!seen_.insert(child.standardizedFileURL().path()).second) return;
+        if (!seen_.insert(realLocation.appendingPathComponent(child.lastPathComponent()).path()).second) return;
         run_.add({.id = UUID::random(),
                   .url = child,
                   .size = run_.sizeWithoutDenials(child),

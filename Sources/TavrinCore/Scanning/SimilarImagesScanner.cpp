@@ -42,7 +42,7 @@ class SimilarImagesScanner::Run {
     Run(const ProgressCallback& progress, const CancellationCallback& isCancelled) : run_(progress, isCancelled) {}
 
     std::vector<CleanableItem> over(const SimilarImagesScanner& scanner) {
-        for (const URL& root : scanner.roots_) {
+        for (const URL& root : FileSystemUtils::distinctRoots(scanner.roots_)) {
             FileSystemUtils::enumerateRegularFiles(root, {}, &run_.denials(), run_.isCancelled(),
                                                    [&](const FileInfo& file) { consider(file, scanner); });
             run_.throwIfCancelled();
