@@ -1,3 +1,4 @@
+#include "Support/FileWatch.h"
 #include "Support/LockedFolder.h"
 #include "Support/RecordedScan.h"
 #include "Support/TestFolder.h"
@@ -217,7 +218,11 @@ TEST(DeveloperJunkScanner, aFifoIsNeverOpened) {
     home.file("src/app/Pods/x");
     test::makeFifo(home / "src/app/Pods/fifo");
     test::makeFifo(home / "src/node_modules");
+    test::FileWatch watch;
+    watch.watch(home / "src/app/Pods/fifo", IN_OPEN);
+    watch.watch(home / "src/node_modules", IN_OPEN);
     EXPECT_THAT(scanOf(home).paths(home), ElementsAre("src/app/Pods"));
+    EXPECT_FALSE(watch.sawAny());
 }
 
 TEST(DeveloperJunkScanner, aBuildFolderThatVanishesAfterItWasFoundIsNoFinding) {

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -200,6 +201,21 @@ TEST(MailAttachmentsScanner, aRootThatIsNoFolderIsAnEmptyOne) {
     const RecordedScan scan = scanOf(home);
     EXPECT_EQ(scan.failure, std::nullopt);
     EXPECT_THAT(scan.items, IsEmpty());
+    EXPECT_EQ(scan.phasesBeforeTheEnd(), std::vector(2, S::scanMailAttachments("Apple Mail")));
+    EXPECT_EQ(scan.reports.back(), doneReport(0, 0));
+}
+
+TEST(MailAttachmentsScanner, aProgramWhoseFoldersVanishBeforeTheSecondMeasureIsNoFinding) {
+    const TestFolder home;
+    home.fileOfSize(kMail + "/V10/Attachments/photo.jpg", 60'000);
+    home.fileOfSize(kOutlook + "/Attachments/slides.pptx", 40'000);
+    const std::string later = (home / kOutlook).path();
+    const auto removeWhenItIsBehind = [&](const ScanProgress& report) {
+        if (report.currentPath == later) std::filesystem::remove_all((home / kMail).path());
+    };
+    const RecordedScan scan = test::record(MailAttachmentsScanner(home.url()), neverCancelled, removeWhenItIsBehind);
+    ASSERT_EQ(scan.items.size(), 1U);
+    EXPECT_EQ(scan.items.front().groupID, "Outlook");
 }
 
 TEST(MailAttachmentsScanner, aCancelAtAnyMomentFailsTheScan) {

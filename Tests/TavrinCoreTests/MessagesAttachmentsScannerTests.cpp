@@ -44,6 +44,14 @@ TEST(MessagesAttachmentsScanner, anEmptyStoreGivesTheDoneText) {
     EXPECT_THAT(scanOf(world.url()).reports, ElementsAre(doneReport(0, 0)));
 }
 
+TEST(MessagesAttachmentsScanner, aStoreThatIsNoFolderIsAnEmptyOne) {
+    const TestFolder world;
+    const RecordedScan scan = scanOf(world.fileOfSize("Attachments", 60'000));
+    EXPECT_EQ(scan.failure, std::nullopt);
+    EXPECT_THAT(scan.items, IsEmpty());
+    EXPECT_THAT(scan.reports, ElementsAre(doneReport(0, 0)));
+}
+
 TEST(MessagesAttachmentsScanner, eachLargeFileIsAFindingOfItsOwn) {
     const TestFolder world;
     const URL photo = world.fileOfSize("0a/10/UUID/photo.heic", 60'000);
@@ -133,7 +141,7 @@ TEST(MessagesAttachmentsScanner, theFactorysScannerLooksIntoTheStoreOfTheHome) {
     const TestFolder home;
     const test::ScopedVariable variable("HOME", home.path().c_str());
     home.fileOfSize("Library/Messages/Attachments/film.mov", 5'000'000);
-    home.fileOfSize("Library/Messages/Attachments/small.mov", 4'900'000);
+    home.fileOfSize("Library/Messages/Attachments/small.mov", 4'997'120);  // 1,220 blocks of 4 KiB
     const auto scanner = ScannerFactory::makeScanner(ModuleKind::messagesAttachments);
     EXPECT_EQ(scanner->kind(), ModuleKind::messagesAttachments);
     EXPECT_THAT(test::record(*scanner).paths(home), ElementsAre("Library/Messages/Attachments/film.mov"));
