@@ -14,7 +14,8 @@ using namespace tavrin;
 
 class MemoryFile final : public FileReader {
   public:
-    explicit MemoryFile(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+    explicit MemoryFile(std::span<const std::uint8_t> bytes)
+        : bytes_(bytes), status_{.type = FileType::regular, .size = static_cast<std::int64_t>(bytes.size())} {}
 
     std::optional<std::size_t> read(std::span<unsigned char> /*buffer*/) override { return std::nullopt; }
     std::optional<std::size_t> readAt(std::uint64_t offset, std::span<unsigned char> buffer) override {
@@ -24,12 +25,11 @@ class MemoryFile final : public FileReader {
         return count;
     }
     void prefetch(std::uint64_t /*offset*/, std::size_t /*count*/) override {}
-    Result<FileStatus> status() override {
-        return FileStatus{.type = FileType::regular, .size = static_cast<std::int64_t>(bytes_.size())};
-    }
+    [[nodiscard]] const FileStatus& status() const override { return status_; }
 
   private:
     std::span<const std::uint8_t> bytes_;
+    FileStatus status_;
 };
 
 }  // namespace

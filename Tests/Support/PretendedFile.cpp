@@ -9,7 +9,10 @@ namespace {
 
 class Reader final : public FileReader {
   public:
-    explicit Reader(const PretendedFile& file) : file_(file) {
+    explicit Reader(const PretendedFile& file)
+        : file_(file),
+          status_{.type = FileType::regular,
+                  .size = file.length.value_or(static_cast<std::int64_t>(file.bytes.size()))} {
         file_.mostReadersOpen = std::max(file_.mostReadersOpen, ++file_.readersOpen);
     }
     ~Reader() override { --file_.readersOpen; }
@@ -34,13 +37,11 @@ class Reader final : public FileReader {
 
     void prefetch(std::uint64_t /*offset*/, std::size_t /*count*/) override {}
 
-    Result<FileStatus> status() override {
-        return FileStatus{.type = FileType::regular,
-                          .size = file_.length.value_or(static_cast<std::int64_t>(file_.bytes.size()))};
-    }
+    [[nodiscard]] const FileStatus& status() const override { return status_; }
 
   private:
     const PretendedFile& file_;
+    FileStatus status_;
     std::size_t position_ = 0;
 };
 

@@ -19,8 +19,7 @@ class PictureFile final : public QIODevice {
   public:
     explicit PictureFile(const URL& url) : file_(FileReader::open(url, FileReader::Expect::beginning)) {
         if (file_ == nullptr) return;
-        const Result<FileStatus> status = file_->status();
-        size_ = status ? status->size.value_or(0) : 0;
+        size_ = file_->status().size.value_or(0);
         open(QIODevice::ReadOnly);
     }
 

@@ -3,7 +3,6 @@
 
 #include "TavrinCore/Models/URL.h"
 #include "TavrinCore/Platform/FileStatus.h"
-#include "TavrinCore/Platform/SystemError.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -35,9 +34,8 @@ class FileReader {
     [[nodiscard]] virtual std::optional<std::size_t> readAt(std::uint64_t offset, std::span<unsigned char> buffer) = 0;
     /// Tells the system that these bytes are wanted soon. Doesn't wait for them.
     virtual void prefetch(std::uint64_t offset, std::size_t count) = 0;
-    /// Of the file that is open, whatever stands at its path by now. Without dates. Asked for
-    /// once, the first time.
-    [[nodiscard]] virtual Result<FileStatus> status() = 0;
+    /// Of the file that is open, as it was when it was opened, whatever stands at its path by now. Without dates.
+    [[nodiscard]] virtual const FileStatus& status() const = 0;
 
   protected:
     FileReader() = default;

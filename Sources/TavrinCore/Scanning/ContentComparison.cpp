@@ -114,10 +114,7 @@ bool ContentComparison::makeReady(Candidate& candidate) {
     candidate.reader = open_(candidate.file);
     if (candidate.reader == nullptr) return false;
     ++openCount_;
-    if (candidate.length < 0) {
-        const Result<FileStatus> status = candidate.reader->status();
-        candidate.length = status ? status->size.value_or(0) : 0;
-    }
+    if (candidate.length < 0) candidate.length = candidate.reader->status().size.value_or(0);
     return true;
 }
 

@@ -223,9 +223,7 @@ class DuplicateScanner::Run {
     [[nodiscard]] std::unique_ptr<FileReader> open(Number file,
                                                    FileReader::Expect expect = FileReader::Expect::beginning) const {
         std::unique_ptr<FileReader> reader = FileReader::open(index_.url(file), expect);
-        if (reader == nullptr) return nullptr;
-        const Result<FileStatus> status = reader->status();
-        if (!status || status->identifier != index_.identifier(file)) return nullptr;
+        if (reader == nullptr || reader->status().identifier != index_.identifier(file)) return nullptr;
         return reader;
     }
 

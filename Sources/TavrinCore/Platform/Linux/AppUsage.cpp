@@ -35,9 +35,9 @@ std::optional<Date> dateOf(std::uint64_t seconds, std::uint64_t nanoseconds) {
 
 std::optional<Date> lastUsedDate(const URL& app) {
     std::array<unsigned char, 2 * kHalf> value{};
-    const Result<Descriptor> opened = openHarmless(app);
+    const Result<HarmlessFile> opened = openHarmless(app);
     if (!opened) return std::nullopt;
-    const ssize_t size = ::fgetxattr(opened->number(), kAttribute, value.data(), value.size());
+    const ssize_t size = ::fgetxattr(opened->descriptor.number(), kAttribute, value.data(), value.size());
     if (size != static_cast<ssize_t>(value.size())) return std::nullopt;
     const std::span<const unsigned char, 2 * kHalf> bytes(value);
     return dateOf(leastSignificantFirst(bytes.first<kHalf>()), leastSignificantFirst(bytes.last<kHalf>()));

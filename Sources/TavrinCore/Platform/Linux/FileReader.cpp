@@ -1,7 +1,6 @@
 #include "TavrinCore/Platform/FileReader.h"
 
 #include "TavrinCore/Platform/Linux/HarmlessOpen.h"
-#include "TavrinCore/Platform/Linux/StatxStatus.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -14,7 +13,7 @@ namespace {
 
 class OpenFile final : public FileReader {
   public:
-    explicit OpenFile(Descriptor file) : file_(std::move(file)) {}
+    explicit OpenFile(HarmlessFile file) : file_(std::move(file.descriptor)), status_(std::move(file.status)) {}
 
     std::optional<std::size_t> read(std::span<unsigned char> buffer) override {
         ssize_t count = -1;
@@ -39,30 +38,19 @@ class OpenFile final : public FileReader {
                               POSIX_FADV_WILLNEED);
     }
 
-    Result<FileStatus> status() override {
-        if (!status_) status_ = ask();
-        return *status_;
-    }
+    [[nodiscard]] const FileStatus& status() const override { return status_; }
 
   private:
-    [[nodiscard]] Result<FileStatus> ask() const {
-        constexpr unsigned fields = kStatxSizes | kStatxIdentifier;
-        struct statx status {};
-        if (::statx(file_.number(), "", kStatxLook | AT_EMPTY_PATH, fields, &status) != 0)
-            return SystemError::posix(errno);
-        return statusFrom(status, fields);
-    }
-
     Descriptor file_;
-    std::optional<Result<FileStatus>> status_;
+    FileStatus status_;
 };
 
 }  // namespace
 
 std::unique_ptr<FileReader> FileReader::open(const URL& file, Expect expect) {
-    Result<Descriptor> opened = openHarmless(file);
+    Result<HarmlessFile> opened = openHarmless(file);
     if (!opened) return nullptr;
-    if (expect == Expect::whole) (void)::posix_fadvise(opened->number(), 0, 0, POSIX_FADV_SEQUENTIAL);
+    if (expect == Expect::whole) (void)::posix_fadvise(opened->descriptor.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
     return std::make_unique<OpenFile>(std::move(*opened));
 }
 

@@ -1,6 +1,7 @@
 #include "TavrinCore/Platform/Linux/HarmlessOpen.h"
 
 #include "TavrinCore/Platform/Linux/AnchoredPath.h"
+#include "TavrinCore/Platform/Linux/StatxStatus.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,8 +12,8 @@
 namespace tavrin {
 namespace {
 
-bool isHarmless(const struct stat& status) {
-    return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+bool isHarmless(unsigned mode) {
+    return S_ISREG(mode) || S_ISDIR(mode);
 }
 
 /// Where the system lets us, reading leaves the time of last use alone: a search for copies must not make all files
@@ -25,16 +26,19 @@ Descriptor openQuietly(const AnchoredPath& path) {
 
 }  // namespace
 
-Result<Descriptor> openHarmless(const URL& file) {
+Result<HarmlessFile> openHarmless(const URL& file) {
     const AnchoredPath path(file.path());
     if (path.error() != 0) return SystemError::posix(path.error());
-    struct stat status {};
-    if (::fstatat(path.folder(), path.name(), &status, 0) != 0) return SystemError::posix(errno);
-    if (!isHarmless(status)) return SystemError::posix(EINVAL);
+    struct stat before {};
+    if (::fstatat(path.folder(), path.name(), &before, 0) != 0) return SystemError::posix(errno);
+    if (!isHarmless(before.st_mode)) return SystemError::posix(EINVAL);
     Descriptor opened = openQuietly(path);
-    if (!opened.isOpen() || ::fstat(opened.number(), &status) != 0) return SystemError::posix(errno);
-    if (!isHarmless(status)) return SystemError::posix(EINVAL);
-    return opened;
+    if (!opened.isOpen()) return SystemError::posix(errno);
+    constexpr unsigned fields = kStatxSizes | kStatxIdentifier;
+    struct statx after {};
+    if (::statx(opened.number(), "", kStatxLook | AT_EMPTY_PATH, fields, &after) != 0) return SystemError::posix(errno);
+    if (!isHarmless(after.stx_mode)) return SystemError::posix(EINVAL);
+    return HarmlessFile{.descriptor = std::move(opened), .status = statusFrom(after, fields)};
 }
 
 }  // namespace tavrin

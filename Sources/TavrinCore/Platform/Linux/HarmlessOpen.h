@@ -3,16 +3,23 @@
 #pragma once
 
 #include "TavrinCore/Models/URL.h"
+#include "TavrinCore/Platform/FileStatus.h"
 #include "TavrinCore/Platform/Linux/Descriptor.h"
 #include "TavrinCore/Platform/SystemError.h"
 
 namespace tavrin {
+
+struct HarmlessFile {
+    Descriptor descriptor;
+    /// Of what is open, whatever stands at the path by now. Type, sizes and identifier.
+    FileStatus status;
+};
 
 /// A regular file or a folder, at a path of any length, for reading; links are followed. EINVAL for anything else,
 /// which is not opened.
 ///
 /// The type is looked at before, and again after: the name may stand for something else by then, and O_NONBLOCK and
 /// O_NOCTTY see to it that this one open neither waits nor takes a terminal (open(2)).
-[[nodiscard]] Result<Descriptor> openHarmless(const URL& file);
+[[nodiscard]] Result<HarmlessFile> openHarmless(const URL& file);
 
 }  // namespace tavrin

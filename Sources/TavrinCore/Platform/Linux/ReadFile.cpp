@@ -3,7 +3,6 @@
 
 #include "TavrinCore/Platform/Linux/HarmlessOpen.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,9 +14,9 @@ namespace tavrin {
 namespace {
 
 /// Nil for a file that is within the bound.
-std::optional<SystemError> refusal(const struct stat& status, std::size_t maxBytes) {
-    if (S_ISDIR(status.st_mode)) return SystemError::posix(EISDIR);
-    if (static_cast<std::uint64_t>(status.st_size) > maxBytes) return SystemError::posix(EFBIG);
+std::optional<SystemError> refusal(const FileStatus& status, std::size_t maxBytes) {
+    if (status.type == FileType::directory) return SystemError::posix(EISDIR);
+    if (static_cast<std::uint64_t>(status.size.value_or(0)) > maxBytes) return SystemError::posix(EFBIG);
     return std::nullopt;
 }
 
@@ -42,12 +41,10 @@ Result<std::string> readToEnd(int number, std::size_t expected, std::size_t maxB
 }  // namespace
 
 Result<std::string> readSmallFile(const URL& url, std::size_t maxBytes) {
-    const Result<Descriptor> file = openHarmless(url);
+    const Result<HarmlessFile> file = openHarmless(url);
     if (!file) return file.error();
-    struct stat status {};
-    if (::fstat(file->number(), &status) != 0) return SystemError::posix(errno);
-    if (auto refused = refusal(status, maxBytes)) return *refused;
-    return readToEnd(file->number(), static_cast<std::size_t>(status.st_size), maxBytes);
+    if (auto refused = refusal(file->status, maxBytes)) return *refused;
+    return readToEnd(file->descriptor.number(), static_cast<std::size_t>(file->status.size.value_or(0)), maxBytes);
 }
 
 }  // namespace tavrin

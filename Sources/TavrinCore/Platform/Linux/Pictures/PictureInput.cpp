@@ -12,8 +12,7 @@ constexpr std::size_t kBuffer = std::size_t{64} * 1024;
 
 PictureInput::PictureInput(FileReader& file, const CancellationCallback& isCancelled)
     : file_(file), isCancelled_(isCancelled), buffer_(kBuffer) {
-    const Result<FileStatus> status = file.status();
-    if (status && status->size) size_ = static_cast<std::uint64_t>(*status->size);
+    if (file.status().size) size_ = static_cast<std::uint64_t>(*file.status().size);
 }
 
 bool PictureInput::refill() {
