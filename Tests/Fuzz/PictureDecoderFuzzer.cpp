@@ -24,6 +24,7 @@ class MemoryFile final : public FileReader {
         std::memcpy(buffer.data(), bytes_.data() + offset, count);
         return count;
     }
+    [[nodiscard]] bool hadToWait() const override { return false; }
     void prefetch(std::uint64_t /*offset*/, std::size_t /*count*/) override {}
     [[nodiscard]] const FileStatus& status() const override { return status_; }
 

@@ -8,6 +8,8 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace tavrin::test {
@@ -28,6 +30,15 @@ class FileWatch {
     [[nodiscard]] bool sawAny() const {
         pollfd queue{.fd = queue_, .events = POLLIN, .revents = 0};
         return ::poll(&queue, 1, 0) == 1;
+    }
+
+    /// Events so far; they are forgotten.
+    [[nodiscard]] std::size_t count() {
+        alignas(inotify_event) std::array<char, 64 * 1024> events;
+        std::size_t count = 0;
+        for (ssize_t size = 0; (size = ::read(queue_, events.data(), events.size())) > 0;)
+            count += static_cast<std::size_t>(size) / sizeof(inotify_event);  // those of files bear no name
+        return count;
     }
 
   private:

@@ -35,6 +35,8 @@ class Reader final : public FileReader {
         return most;
     }
 
+    [[nodiscard]] bool hadToWait() const override { return file_.isOnDisk; }
+
     void prefetch(std::uint64_t /*offset*/, std::size_t /*count*/) override {}
 
     [[nodiscard]] const FileStatus& status() const override { return status_; }

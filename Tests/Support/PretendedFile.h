@@ -19,6 +19,9 @@ struct PretendedFile {
     /// A read gives at most this many bytes.
     std::size_t mostPerRead = std::numeric_limits<std::size_t>::max();
 
+    /// Its readers say that they had to wait.
+    bool isOnDisk = false;
+
     /// Of all that was read so far, by all readers.
     mutable std::size_t bytesRead = 0;
     mutable int readersOpen = 0;

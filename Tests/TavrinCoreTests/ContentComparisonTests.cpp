@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <numeric>
 #include <string>
@@ -90,7 +91,9 @@ TEST(ContentComparison, setsThatPartEarlyAreReadOnToTheirEnd) {
 }
 
 TEST(ContentComparison, filesAtTheEdgeOfAChunkAreToldApart) {
-    for (const std::size_t size : {kChunk - 1, kChunk, kChunk + 1, 2 * kChunk}) {
+    constexpr std::size_t first = ContentComparison::kFirstChunk;
+    for (const std::size_t size :
+         {first - 1, first, first + 1, first + kChunk - 1, first + kChunk, kChunk, 2 * kChunk}) {
         const std::string bytes(size, 'e');
         Comparison comparison({{.bytes = bytes}, {.bytes = bytes + "e"}, {.bytes = bytes}});
         EXPECT_THAT(comparison.groups(), UnorderedElementsAre(testing::ElementsAre(0U, 2U))) << size;
@@ -110,6 +113,59 @@ TEST(ContentComparison, whatNobodyIsEqualToIsReadNoFurther) {
     EXPECT_THAT(comparison.groups(), IsEmpty());
     EXPECT_LE(comparison.file(0).bytesRead, kChunk);
     EXPECT_LE(comparison.file(1).bytesRead, kChunk);
+}
+
+TEST(ContentComparison, whatDiffersAtItsBeginningIsReadNoFurther) {
+    const std::string end(100'000, 'x');
+    Comparison comparison({{.bytes = "1" + end}, {.bytes = "2" + end}, {.bytes = "3" + end}, {.bytes = "1" + end}});
+    EXPECT_THAT(comparison.groups(), UnorderedElementsAre(testing::ElementsAre(0U, 3U)));
+    EXPECT_LE(comparison.file(1).bytesRead, 8'192U);
+    EXPECT_LE(comparison.file(2).bytesRead, 8'192U);
+    EXPECT_EQ(comparison.file(3).bytesRead, end.size() + 1);
+}
+
+TEST(ContentComparison, copiesAreFoundAmongMoreBeginningsThanCanBeHeld) {
+    std::vector<PretendedFile> files;
+    for (int i = 0; i < 600; ++i)
+        files.push_back({.bytes = std::to_string(i % 300) + std::string(20'000, 'x')});
+    std::vector<std::vector<std::uint32_t>> groups = Comparison(std::move(files)).groups();
+    std::ranges::sort(groups);
+    ASSERT_EQ(groups.size(), 300U);
+    for (std::uint32_t i = 0; i < 300; ++i)
+        EXPECT_THAT(groups[i], testing::ElementsAre(i, i + 300));
+}
+
+TEST(ContentComparison, filesThatPartOneAfterTheOtherInTheSameChunkAreComparedWithEachOther) {
+    const std::string begin(20'000, 'a');
+    for (const std::vector<std::string>& ends :
+         {std::vector<std::string>{"1", "2", "2", "1"}, std::vector<std::string>{"1", "2", "3", "2"},
+          std::vector<std::string>{"1", "2", "3", "3"}}) {
+        std::vector<PretendedFile> files;
+        for (const std::string& end : ends)
+            files.push_back({.bytes = begin + end});
+        std::map<std::string, std::vector<std::uint32_t>> expected;
+        for (std::uint32_t i = 0; i < ends.size(); ++i)
+            expected[hashOf(begin + ends[i])].push_back(i);
+        std::erase_if(expected, [](const auto& group) { return group.second.size() < 2; });
+        std::map<std::string, std::vector<std::uint32_t>> found;
+        for (const EqualFiles& equal : Comparison(std::move(files)).run())
+            found[hexadecimal(equal.hash)] = equal.files;
+        EXPECT_EQ(found, expected);
+    }
+}
+
+TEST(ContentComparison, tellsWhetherAnyFileHadToComeFromTheDisk) {
+    for (const bool isOnDisk : {false, true}) {
+        const PretendedFile here{.bytes = "same"};
+        const PretendedFile there{.bytes = "same", .isOnDisk = isOnDisk};
+        const ContentComparison::Open open = [&](std::uint32_t file) { return file == 0 ? here.open() : there.open(); };
+        const CancellationCallback isCancelled = neverCancelled;
+        ContentComparison comparison(open, isCancelled);
+        EXPECT_EQ(comparison.equalFiles(std::vector<std::uint32_t>{0, 1}).size(), 1U);
+        EXPECT_EQ(comparison.hadToWait(), isOnDisk);
+        EXPECT_THAT(comparison.equalFiles(std::vector<std::uint32_t>{0}), IsEmpty());
+        EXPECT_FALSE(comparison.hadToWait());
+    }
 }
 
 TEST(ContentComparison, noByteIsReadTwiceHoweverManyPartWays) {

@@ -201,6 +201,54 @@ TEST(DuplicateScanner, groupsComeLargestFirstAndEachStaysTogether) {
     EXPECT_EQ(names[4], names[5]);
 }
 
+TEST(DuplicateScanner, groupsOfOneSizeComeInTheOrderOfTheirHashes) {
+    const TestFolder world;
+    for (const char* folder : {"x/", "y/"}) {
+        for (std::size_t length : {9'000U, 9'001U, 9'002U, 10'000U, 12'000U})
+            world.file(std::string(folder) + std::to_string(length), std::string(length, 'x'));
+    }
+    const RecordedScan scan = scanOf(world);
+    ASSERT_EQ(scan.items.size(), 10U);
+    for (std::size_t i = 1; i < scan.items.size(); ++i)
+        EXPECT_LE(scan.items[i - 1].groupID, scan.items[i].groupID);
+}
+
+TEST(DuplicateScanner, copiesAreFoundAmongVeryManyFilesOfOneLength) {
+    for (const std::size_t length : {5'000U, 20'000U}) {
+        const TestFolder world;
+        const auto contents = [length](int number) {
+            std::string bytes = std::to_string(number);
+            bytes.resize(length, 'x');
+            return bytes;
+        };
+        for (int i = 0; i < 200; ++i)
+            world.file(std::to_string(i), contents(i));
+        const std::string tail = contents(7).replace(length - 1, 1, "y");
+        world.file("tail", tail);
+        world.file("tail 2", tail);
+        const URL copy = world.file("copy of 7", contents(7));
+        hardLink(copy, world / "link");
+        const RecordedScan scan = scanOf(world);
+        const std::vector<std::string> names = scan.names();
+        EXPECT_EQ(names.size(), 4U);
+        EXPECT_THAT(names, testing::IsSupersetOf({"7", "tail", "tail 2"}));
+        for (const CleanableItem& item : scan.items)
+            EXPECT_EQ(item.groupID, FileSystemUtils::fullHash(item.url, 1'048'576));
+    }
+}
+
+TEST(DuplicateScanner, eachFileIsOpenedOnce) {
+    const TestFolder world;
+    std::vector<URL> files;
+    for (const char* name : {"a", "b", "c", "d"})
+        files.push_back(world.file(name, std::string(300'000, 'x')));
+    FileWatch watch;
+    for (const URL& file : files)
+        watch.watch(file, IN_OPEN);
+    EXPECT_EQ(scanOf(world).items.size(), 4U);
+    EXPECT_EQ(watch.count(), 4U);
+}
+
 TEST(DuplicateScanner, everyFiveHundredthFileIsReported) {
     const TestFolder world;
     for (int i = 0; i < 1'001; ++i)

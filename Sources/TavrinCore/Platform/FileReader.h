@@ -32,6 +32,8 @@ class FileReader {
     [[nodiscard]] virtual std::optional<std::size_t> read(std::span<unsigned char> buffer) = 0;
     /// The same at `offset` bytes from the beginning; where `read` goes on stays as it was.
     [[nodiscard]] virtual std::optional<std::size_t> readAt(std::uint64_t offset, std::span<unsigned char> buffer) = 0;
+    /// Whether what was read so far had to come from the disk. True also where the system can't tell.
+    [[nodiscard]] virtual bool hadToWait() const = 0;
     /// Tells the system that these bytes are wanted soon. Doesn't wait for them.
     virtual void prefetch(std::uint64_t offset, std::size_t count) = 0;
     /// Of the file that is open, as it was when it was opened, whatever stands at its path by now. Without dates.

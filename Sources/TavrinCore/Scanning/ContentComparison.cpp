@@ -10,8 +10,12 @@ namespace {
 
 /// Two of them fit into a processor's second cache, so that bytes are compared and hashed where they were just put.
 constexpr std::size_t kChunk = std::size_t{256} * 1024;
-/// Files that stay open between their chunks; of more than these each is opened anew for each chunk.
-constexpr std::size_t kMostOpen = 64;
+/// Beginnings of files that are held at the same time.
+constexpr std::size_t kMostBeginnings = 64;
+
+bool isSame(std::span<const unsigned char> a, std::span<const unsigned char> b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0;
+}
 
 }  // namespace
 
@@ -22,22 +26,68 @@ std::size_t ContentComparison::DigestHash::operator()(const SHA256::Digest& dige
 }
 
 ContentComparison::ContentComparison(const Open& open, const CancellationCallback& isCancelled)
-    : open_(open), isCancelled_(isCancelled), first_(new unsigned char[kChunk]), other_(new unsigned char[kChunk]) {}
+    : open_(open),
+      isCancelled_(isCancelled),
+      firstChunks_(new unsigned char[kMostBeginnings * kFirstChunk]),
+      first_(new unsigned char[kChunk]),
+      other_(new unsigned char[kChunk]),
+      spare_(new unsigned char[kChunk]) {}
 
 std::vector<EqualFiles> ContentComparison::equalFiles(std::span<const std::uint32_t> files) {
     found_.clear();
     waiting_.clear();
     openCount_ = 0;
-    Set all;
-    for (const std::uint32_t file : files)
-        all.candidates.push_back({.file = file});
-    waiting_.push_back(std::move(all));
-    while (!waiting_.empty()) {
-        Set set = std::move(waiting_.back());
-        waiting_.pop_back();
-        readOn(std::move(set));
+    hadToWait_ = false;
+    std::vector<std::uint32_t> rest(files.begin(), files.end());
+    while (!rest.empty()) {
+        rest = begin(rest);
+        while (!waiting_.empty()) {
+            Set set = std::move(waiting_.back());
+            waiting_.pop_back();
+            readOn(std::move(set));
+        }
     }
     return std::move(found_);
+}
+
+std::vector<std::uint32_t> ContentComparison::begin(std::span<const std::uint32_t> files) {
+    std::vector<std::uint32_t> rest;
+    std::vector<Beginning> beginnings;
+    for (const std::uint32_t file : files) {
+        if (isCancelled_()) throw ScanError::cancelled();
+        Candidate candidate{.file = file};
+        const bool isFull = beginnings.size() == kMostBeginnings;
+        // Behind those that are held; where there is no room for one more, into a buffer that is free as yet.
+        unsigned char* place = isFull ? other_.get() : firstChunks_.get() + beginnings.size() * kFirstChunk;
+        const std::optional<std::size_t> count = read(candidate, 0, {place, kFirstChunk});
+        const std::span<const unsigned char> bytes(place, count.value_or(0));
+        const auto same =
+            std::ranges::find_if(beginnings, [bytes](const Beginning& each) { return isSame(each.bytes, bytes); });
+        const bool mustWait = isFull && same == beginnings.end();
+        if (!count || mustWait || openCount_ > kMostOpen) letGo(candidate);
+        if (!count) continue;
+        if (mustWait)
+            rest.push_back(file);
+        else
+            (same != beginnings.end() ? *same : beginnings.emplace_back(bytes))
+                .candidates.push_back(std::move(candidate));
+    }
+    for (Beginning& beginning : beginnings)
+        goOnFrom(beginning);
+    return rest;
+}
+
+void ContentComparison::goOnFrom(Beginning& beginning) {
+    if (beginning.candidates.size() < 2) {
+        letGo(beginning.candidates.front());
+        return;
+    }
+    Set set{.candidates = std::move(beginning.candidates), .hash = SHA256(), .offset = beginning.bytes.size()};
+    set.hash.update(beginning.bytes);
+    if (set.offset < kFirstChunk)
+        take(set);
+    else
+        waiting_.push_back(std::move(set));
 }
 
 void ContentComparison::readOn(Set set) {
@@ -54,6 +104,7 @@ bool ContentComparison::step(Set& set) {
     std::vector<Candidate> equal;
     std::size_t count = 0;
     PartedSets parted;
+    std::optional<Loner> loner;
     for (std::size_t i = 0; i < set.candidates.size(); ++i) {
         if (isCancelled_()) throw ScanError::cancelled();
         Candidate& candidate = set.candidates[i];
@@ -70,10 +121,16 @@ bool ContentComparison::step(Set& set) {
         if (*got == count && (equal.empty() || std::memcmp(first_.get(), buffer, count) == 0)) {
             if (openCount_ > kMostOpen) letGo(candidate);
             equal.push_back(std::move(candidate));
+        } else if (!loner && parted.empty()) {
+            loner = Loner{.candidate = std::move(candidate), .bytes = {buffer, *got}};
+            std::swap(other_, spare_);
         } else {
+            if (loner) part(std::move(loner->candidate), set, loner->bytes, parted);
+            loner.reset();
             part(std::move(candidate), set, {buffer, *got}, parted);
         }
     }
+    if (loner) letGo(loner->candidate);
     set.candidates = std::move(equal);
     for (auto& [digest, other] : parted) {
         if (other.isAtEnd)
@@ -86,16 +143,17 @@ bool ContentComparison::step(Set& set) {
     return count < kChunk;
 }
 
-void ContentComparison::part(Candidate candidate, const Set& from, std::span<const unsigned char> chunk,
+void ContentComparison::part(Candidate candidate, const Set& from, std::span<const unsigned char> bytes,
                              PartedSets& parted) {
     SHA256 hash(from.hash);
-    hash.update(chunk);
+    hash.update(bytes);
     const SHA256::Digest digest = SHA256(hash).finish();
     if (openCount_ > kMostOpen) letGo(candidate);
     auto place = parted.find(digest);
     if (place == parted.end()) {
-        Set set{.candidates = {}, .hash = std::move(hash), .offset = from.offset + chunk.size()};
-        place = parted.emplace(digest, Parted{.set = std::move(set), .isAtEnd = chunk.size() < kChunk}).first;
+        Set set{.candidates = {}, .hash = std::move(hash), .offset = from.offset + bytes.size()};
+        const bool isAtEnd = bytes.size() < kChunk;
+        place = parted.emplace(digest, Parted{.set = std::move(set), .isAtEnd = isAtEnd}).first;
     }
     place->second.set.candidates.push_back(std::move(candidate));
 }
@@ -137,6 +195,7 @@ std::optional<std::size_t> ContentComparison::read(Candidate& candidate, std::ui
 
 void ContentComparison::letGo(Candidate& candidate) {
     if (candidate.reader == nullptr) return;
+    hadToWait_ = hadToWait_ || candidate.reader->hadToWait();
     candidate.reader.reset();
     --openCount_;
 }

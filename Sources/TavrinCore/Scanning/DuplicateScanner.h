@@ -1,7 +1,7 @@
 // Files with the same bytes in the user's main folders: all but the oldest of each group are offered for removal.
 //
-// A funnel, so that most files are never opened: first the size on disk, then a hash of the first bytes, then all of
-// them. Exact: nothing is reported unless the whole contents are equal.
+// A funnel, so that most files are never opened: first the sizes, then the first bytes, then all of them. Exact:
+// nothing is reported unless the whole contents are equal.
 #pragma once
 
 #include "TavrinCore/Scanning/Scanner.h"
@@ -23,8 +23,8 @@ class DuplicateScanner final : public Scanner {
     [[nodiscard]] ModuleKind kind() const override { return ModuleKind::duplicates; }
 
     using Scanner::scan;
-    /// Findings come largest first. Those of a group stand together, the one to keep first, then the others by their
-    /// dates. Their group is the SHA-256 of their contents.
+    /// Findings come largest first; groups of one size in the order of their hashes. Those of a group stand together,
+    /// the one to keep first, then the others by their dates. Their group is the SHA-256 of their contents.
     [[nodiscard]] std::vector<CleanableItem> scan(const ProgressCallback& progress,
                                                   const CancellationCallback& isCancelled) const override;
 

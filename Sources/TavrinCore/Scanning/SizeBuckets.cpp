@@ -1,0 +1,38 @@
+#include "TavrinCore/Scanning/SizeBuckets.h"
+
+#include <algorithm>
+#include <compare>
+#include <numeric>
+
+namespace tavrin {
+
+SizeBuckets::SizeBuckets(const FileIndex& index) : files_(index.count()) {
+    std::iota(files_.begin(), files_.end(), Number{0});
+    std::ranges::sort(files_, [&index](Number a, Number b) {
+        if (index.size(a) != index.size(b)) return index.size(a) > index.size(b);
+        const auto order = index.length(a) <=> index.length(b);
+        return order != 0 ? order < 0 : a < b;
+    });
+    std::size_t kept = 0;
+    // They move to the front, over what was looked at already.
+    const auto keep = [&](std::span<const Number> sameLength) {
+        if (sameLength.size() < 2) return;
+        std::ranges::copy(sameLength, files_.begin() + static_cast<std::ptrdiff_t>(kept));
+        kept += sameLength.size();
+    };
+    const auto isSameSize = [&index](Number a, Number b) { return index.size(a) == index.size(b); };
+    const auto isSameLength = [&index](Number a, Number b) { return index.length(a) == index.length(b); };
+    forEachRun(std::span<const Number>(files_), isSameSize, [&](std::span<const Number> sameSize) {
+        if (sameSize.size() < 2) return;
+        forEachRun(sameSize, isSameLength, keep);
+        ends_.push_back(static_cast<std::uint32_t>(kept));
+    });
+    files_.resize(kept);
+}
+
+std::span<const FileIndex::Number> SizeBuckets::bucket(std::size_t number) const {
+    const std::size_t begin = number == 0 ? 0 : ends_[number - 1];
+    return files().subspan(begin, ends_[number] - begin);
+}
+
+}  // namespace tavrin
