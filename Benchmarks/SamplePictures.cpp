@@ -13,15 +13,30 @@
 namespace tavrin::benchmarks {
 namespace {
 
-/// One row of a picture that is as hard to code as a photograph: slow waves and grain.
-void drawRow(std::vector<unsigned char>& row, std::size_t y, unsigned number, std::mt19937& random) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        const auto x = static_cast<double>(i / 3);
-        const double wave =
-            std::sin(x / (90.0 + number % 50)) + std::cos(static_cast<double>(y) / (70.0 + number % 40));
-        row[i] = static_cast<unsigned char>(110 + 45 * wave + static_cast<double>(random() % 24));
+/// A picture that is as hard to code as a photograph: slow waves and grain.
+class Drawing {
+  public:
+    Drawing(unsigned number, unsigned width) : number_(number), random_(number), row_(std::size_t{3} * width) {
+        for (unsigned x = 0; x < width; ++x)
+            columns_.push_back(std::sin(x / (90.0 + number % 50)));
     }
-}
+
+    /// Rows are drawn from the top. Valid until the next one.
+    unsigned char* drawRow(unsigned y) {
+        const double wave = std::cos(y / (70.0 + number_ % 40));
+        for (std::size_t i = 0; i < row_.size(); ++i) {
+            const auto grain = static_cast<double>(random_() % 24);
+            row_[i] = static_cast<unsigned char>(110 + 45 * (columns_[i / 3] + wave) + grain);
+        }
+        return row_.data();
+    }
+
+  private:
+    unsigned number_;
+    std::mt19937 random_;
+    std::vector<double> columns_;
+    std::vector<unsigned char> row_;
+};
 
 void encodeJPEG(std::FILE* file, unsigned number, unsigned width, unsigned height) {
     jpeg_compress_struct info{};
@@ -37,11 +52,9 @@ void encodeJPEG(std::FILE* file, unsigned number, unsigned width, unsigned heigh
     ::jpeg_set_quality(&info, 88, TRUE);
     if (number % 10 == 0) ::jpeg_simple_progression(&info);
     ::jpeg_start_compress(&info, TRUE);
-    std::mt19937 random(number);
-    std::vector<unsigned char> row(std::size_t{3} * width);
+    Drawing drawing(number, width);
     while (info.next_scanline < height) {
-        drawRow(row, info.next_scanline, number, random);
-        JSAMPROW start = row.data();
+        JSAMPROW start = drawing.drawRow(info.next_scanline);
         ::jpeg_write_scanlines(&info, &start, 1);
     }
     ::jpeg_finish_compress(&info);
@@ -56,12 +69,9 @@ void encodePNG(std::FILE* file, unsigned number, unsigned width, unsigned height
                    PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     ::png_set_compression_level(png, 1);
     ::png_write_info(png, information);
-    std::mt19937 random(number);
-    std::vector<unsigned char> row(std::size_t{3} * width);
-    for (unsigned y = 0; y < height; ++y) {
-        drawRow(row, y, number, random);
-        ::png_write_row(png, row.data());
-    }
+    Drawing drawing(number, width);
+    for (unsigned y = 0; y < height; ++y)
+        ::png_write_row(png, drawing.drawRow(y));
     ::png_write_end(png, nullptr);
     ::png_destroy_write_struct(&png, &information);
 }
