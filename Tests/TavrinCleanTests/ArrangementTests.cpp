@@ -201,7 +201,7 @@ TEST_F(Search, aNameAndADetailAreNotReadAsOne) {
 }
 
 TEST(SearchOfLanguages, keepsWholeGroupsByTheirTitle) {
-    const auto language = [](std::string name, std::string group) {
+    const auto language = [](const std::string& name, std::string group) {
         return grouped(finding(name, 1, ScanCategory::appLanguage), std::move(group));
     };
     const auto all =
@@ -212,7 +212,9 @@ TEST(SearchOfLanguages, keepsWholeGroupsByTheirTitle) {
 }
 
 TEST(SearchOfPictures, theTitleStillCountsAllOfThem) {
-    const auto picture = [](std::string name) { return grouped(finding(name, 1, ScanCategory::similarImage), "g"); };
+    const auto picture = [](const std::string& name) {
+        return grouped(finding(name, 1, ScanCategory::similarImage), "g");
+    };
     const auto all = arranged(findings(ModuleKind::similarImages, {picture("a.jpg"), picture("b.jpg")}),
                               SortOrder::sizeDesc, noDates);
     EXPECT_EQ(told(*filtered(all, searchForm("b."))), Lines{S::moduleGroupSimilar(2) + ": b.jpg"});

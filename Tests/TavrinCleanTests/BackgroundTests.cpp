@@ -54,7 +54,7 @@ TEST(Background, bringsBackWhatCannotBeCopied) {
     int value = 0;
     background.run(
         Lane::work, &owner, [] { return std::make_unique<int>(7); },
-        [&value](std::unique_ptr<int> result) { value = *result; });
+        [&value](const std::unique_ptr<int>& result) { value = *result; });
     background.drain();
     EXPECT_EQ(value, 7);
 }
@@ -137,13 +137,10 @@ TEST(Background, drainingDeliversAlsoWhatAnAnswerStarted) {
 }
 
 TEST(Background, lastHoldersLetGoElsewhere) {
-    struct Tattler {
-        std::atomic<QThread*>* where;
-        ~Tattler() { *where = QThread::currentThread(); }
-    };
     Background background;
     std::atomic<QThread*> where = nullptr;
-    background.release(std::make_shared<Tattler>(&where));
+    int thing = 0;
+    background.release(std::shared_ptr<int>(&thing, [&where](int*) { where = QThread::currentThread(); }));
     background.drain();
     EXPECT_NE(where, nullptr);
     EXPECT_NE(where, QThread::currentThread());

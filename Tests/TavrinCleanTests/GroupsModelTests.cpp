@@ -23,8 +23,8 @@ struct Groups : testing::Test {
         tester.reset();
         screen.reset();
     }
-    void scanned(ModuleKind kind, std::vector<CleanableItem> items) {
-        world.finds(std::move(items));
+    void scanned(ModuleKind kind, const std::vector<CleanableItem>& items) {
+        world.finds(items);
         screen->setStore(&store);
         screen->setModuleKey(QString::fromUtf8(rawValue(kind).data()));
         groups = screen->groups();
@@ -42,11 +42,11 @@ struct Groups : testing::Test {
     }
 };
 
-CleanableItem language(std::string folder, std::string name, std::int64_t size) {
+CleanableItem language(const std::string& folder, const std::string& name, std::int64_t size) {
     return detailed(grouped(finding(folder, size, ScanCategory::appLanguage), name), name);
 }
 
-CleanableItem picture(std::string name, std::string group) {
+CleanableItem picture(const std::string& name, std::string group) {
     return grouped(finding(name, 1'000, ScanCategory::similarImage), std::move(group));
 }
 

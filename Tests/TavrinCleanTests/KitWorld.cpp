@@ -100,7 +100,7 @@ KitWorld::~KitWorld() {
     services.background->drain();
 }
 
-void KitWorld::finds(std::vector<CleanableItem> items) {
+void KitWorld::finds(const std::vector<CleanableItem>& items) {
     for (const CleanableItem& item : items) {
         disk.standing.insert(item.url.path());
         for (const URL& related : item.relatedURLs)

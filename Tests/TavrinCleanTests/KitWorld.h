@@ -57,7 +57,7 @@ class KitWorld {
 
     /// The scans to come, one after the other; the last one is repeated.
     std::vector<Scan> scans;
-    void finds(std::vector<CleanableItem> items);
+    void finds(const std::vector<CleanableItem>& items);
 
     RecordingFileEffects disk;
     std::set<std::string> running;

@@ -20,8 +20,8 @@ struct ModuleClean : testing::Test {
     std::unique_ptr<ModuleViewModel> flow;
     std::vector<std::int64_t> reclaimable;
 
-    void scanned(ModuleKind kind, std::vector<CleanableItem> items) {
-        world.finds(std::move(items));
+    void scanned(ModuleKind kind, const std::vector<CleanableItem>& items) {
+        world.finds(items);
         flow = std::make_unique<ModuleViewModel>(kind, world.services);
         flow->setHistory(history.get());
         flow->startScan();
@@ -90,7 +90,8 @@ TEST_F(ModuleClean, whatIsRemovedIsWrittenDownUnderTheModulesKey) {
 TEST_F(ModuleClean, theRecordStandsBeforeThePhaseIsTold) {
     scanned(ModuleKind::systemJunk, {ticked(finding("a", 5))});
     int recordsWhenDone = -1;
-    QObject::connect(flow.get(), &ModuleViewModel::phaseChanged, flow.get(), [&] {
+    const QObject listener;
+    QObject::connect(flow.get(), &ModuleViewModel::phaseChanged, &listener, [&] {
         if (flow->phase() == Phase::done) recordsWhenDone = history->count();
     });
     clean();

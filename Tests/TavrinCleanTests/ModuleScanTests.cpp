@@ -230,7 +230,8 @@ TEST_F(ModuleScan, aRunningAppsFindingMayBeTickedByHand) {
 TEST_F(ModuleScan, everythingStandsWhenThePhaseIsTold) {
     world.finds({ticked(finding("a", 7))});
     bool told = false;
-    QObject::connect(&flow, &ModuleViewModel::phaseChanged, &flow, [&] {
+    const QObject listener;
+    QObject::connect(&flow, &ModuleViewModel::phaseChanged, &listener, [&] {
         if (flow.phase() != Phase::results) return;
         told = true;
         EXPECT_EQ(flow.items().size(), 1U);

@@ -24,8 +24,8 @@ struct Screen : testing::Test {
         screen->setModuleKey(QString::fromUtf8(rawValue(kind).data()));
         screen->setStore(&store);
     }
-    void scanned(ModuleKind kind, std::vector<CleanableItem> items) {
-        world.finds(std::move(items));
+    void scanned(ModuleKind kind, const std::vector<CleanableItem>& items) {
+        world.finds(items);
         open(kind);
         screen->startScan();
         world.settle();
@@ -242,7 +242,7 @@ TEST_F(Screen, mailIsAskedAboutWithItsWarning) {
 
 TEST_F(Screen, runningAppsAmongTheTickedAreCounted) {
     const TestFolder disk;
-    const auto app = [&disk](std::string name, const std::string& id) {
+    const auto app = [&disk](const std::string& name, const std::string& id) {
         (void)disk.file(name + "/Contents/Info.plist", infoPlist(id));
         return finding((disk / name).path(), 5'000, ScanCategory::application);
     };

@@ -13,8 +13,8 @@ struct ModuleSelection : testing::Test {
     KitWorld world;
     std::unique_ptr<ModuleViewModel> flow;
 
-    void scanned(ModuleKind kind, std::vector<CleanableItem> items) {
-        world.finds(std::move(items));
+    void scanned(ModuleKind kind, const std::vector<CleanableItem>& items) {
+        world.finds(items);
         flow = std::make_unique<ModuleViewModel>(kind, world.services);
         flow->startScan();
         world.settle();

@@ -22,8 +22,8 @@ struct ResultsList : testing::Test {
     std::unique_ptr<QAbstractItemModelTester> tester;
     ResultsModel* rows = nullptr;
 
-    void scanned(ModuleKind kind, std::vector<CleanableItem> items) {
-        world.finds(std::move(items));
+    void scanned(ModuleKind kind, const std::vector<CleanableItem>& items) {
+        world.finds(items);
         screen = std::make_unique<ModuleScreenModel>();
         screen->setStore(&store);
         screen->setModuleKey(QString::fromUtf8(rawValue(kind).data()));

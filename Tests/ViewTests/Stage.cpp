@@ -48,7 +48,7 @@ struct Script {
     }
 };
 
-class FakeScanner : public Scanner {
+class FakeScanner final : public Scanner {
   public:
     FakeScanner(ModuleKind kind, std::shared_ptr<Script> script) : kind_(kind), script_(std::move(script)) {}
 

@@ -33,6 +33,7 @@ void sortGroups(const Findings& findings, std::vector<ArrangedGroup>& groups) {
 /// The groups in the order in which `order` meets them, each with what it needs but its place.
 std::vector<ArrangedGroup> groupsOf(const Findings& findings, const std::vector<std::uint32_t>& order) {
     std::vector<ArrangedGroup> groups;
+    groups.reserve(std::min<std::size_t>(findings.groupCount(), order.size()));
     std::vector<std::uint32_t> listedAs(findings.groupCount(), Arrangement::nowhere);
     for (const std::uint32_t item : order) {
         std::uint32_t& index = listedAs[findings.groupOf(item)];

@@ -74,6 +74,7 @@ void ItemFacts::keep(const std::shared_ptr<const Findings>& findings, std::uint6
     if (findings != findings_) return;
     if (known_.size() > kMostKnown) known_.clear();
     std::vector<std::uint32_t> changed;
+    changed.reserve(facts.size());
     for (const auto& [item, fact] : facts) {
         asked_.erase(item);
         const auto [place, isNew] = known_.try_emplace(item);

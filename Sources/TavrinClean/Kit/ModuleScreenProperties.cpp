@@ -102,9 +102,11 @@ bool ModuleScreenModel::nothingMatches() const {
 }
 
 QStringList ModuleScreenModel::sortLabels() const {
+    if (flow_.isNull()) return {};
+    const auto orders = flow_->availableSortOrders();
     QStringList labels;
-    if (flow_.isNull()) return labels;
-    for (const SortOrder order : flow_->availableSortOrders())
+    labels.reserve(static_cast<qsizetype>(orders.size()));
+    for (const SortOrder order : orders)
         labels.append(qtText(label(order)));
     return labels;
 }

@@ -74,6 +74,7 @@ void ResultsModel::relayout(std::shared_ptr<const Arrangement> arrangement) {
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
     QStringList held;
+    held.reserve(before.size());
     for (const QModelIndex& index : before)
         held.append(data(index, RowIdRole).toString());
 
@@ -82,6 +83,7 @@ void ResultsModel::relayout(std::shared_ptr<const Arrangement> arrangement) {
     arrangement_ = std::move(arrangement);
 
     QModelIndexList after;
+    after.reserve(before.size());
     for (const QString& rowId : held)
         after.append(index(rowOf(rowId)));
     changePersistentIndexList(before, after);
@@ -102,7 +104,7 @@ int ResultsModel::rowOf(const QString& rowId) const {
     const Findings& findings = *arrangement_->findings;
     if (const auto item = itemWithId(rowId.left(kIdLength))) {
         const int row = rowOfItem(*item);
-        const int below = rowId.size() > kIdLength ? rowId.mid(kIdLength + 1).toInt() + 1 : 0;
+        const int below = rowId.size() > kIdLength ? QStringView(rowId).mid(kIdLength + 1).toInt() + 1 : 0;
         return row < 0 || below > expansions_.rows(*item) ? -1 : row + below;
     }
     const QString prefix = QStringLiteral("group ");

@@ -63,6 +63,7 @@ QString encoded(const QString& url) {
 
 QStringList FileImages::symbols() {
     QStringList keys;
+    keys.reserve(qsizetype(symbolFiles().size()));
     for (const SymbolFile& entry : symbolFiles())
         keys << QString::fromUtf8(entry.key.data(), qsizetype(entry.key.size()));
     return keys;

@@ -8,7 +8,7 @@ namespace {
 
 // Sorted by key. The files are glyphs of the Phosphor set; those that begin with "own" are composed by us in its
 // manner.
-constexpr std::array table{
+constexpr std::array symbols{
     SymbolFile{"app", "app-window"},
     SymbolFile{"app.badge", "own-app-badge"},
     SymbolFile{"app.badge.checkmark", "own-app-badge-check"},
@@ -85,17 +85,17 @@ constexpr std::array table{
     SymbolFile{"xmark.circle", "x-circle"},
     SymbolFile{"xmark.circle.fill", "x-circle-fill"},
 };
-static_assert(std::ranges::is_sorted(table, {}, &SymbolFile::key));
+static_assert(std::ranges::is_sorted(symbols, {}, &SymbolFile::key));
 
 }  // namespace
 
 std::span<const SymbolFile> symbolFiles() {
-    return table;
+    return symbols;
 }
 
 std::string_view symbolFile(std::string_view key) {
-    const auto* found = std::ranges::lower_bound(table, key, {}, &SymbolFile::key);
-    return found != table.end() && found->key == key ? found->file : std::string_view();
+    const auto* found = std::ranges::lower_bound(symbols, key, {}, &SymbolFile::key);
+    return found != symbols.end() && found->key == key ? found->file : std::string_view();
 }
 
 }  // namespace tavrin
