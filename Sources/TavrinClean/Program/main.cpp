@@ -1,5 +1,6 @@
 #include "TavrinClean/Kit/AppModel.h"
 #include "TavrinClean/KitModule/KitTypes.h"
+#include "TavrinClean/Platform/MotionPreference.h"
 #include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinClean/Platform/SingleInstance.h"
 #include "TavrinClean/Program/DisplayCheck.h"
@@ -24,13 +25,16 @@ std::unique_ptr<QGuiApplication> startApplication(int& argc, char** argv) {
 }
 
 /// Everything that the first frame can do without. Ends the program when it can't be had.
-void furnish(tavrin::MainWindow& window, QQmlEngine& engine) {
+void furnish(tavrin::MainWindow& window, QQmlEngine& engine, const tavrin::MotionPreference& motion) {
     tavrin::logStart("first frame");
     tavrin::installFonts();
     tavrin::installTheme(engine);
     QObject::connect(&engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
     if (!window.furnish(QUrl(QStringLiteral("qrc:/qt/qml/Tavrin/Program/WindowContent.qml"))))
         return QGuiApplication::exit(2);
+    tavrin::setReducedMotion(engine, motion.isReduced());
+    QObject::connect(&motion, &tavrin::MotionPreference::reducedChanged, &engine,
+                     [&engine](bool reduced) { tavrin::setReducedMotion(engine, reduced); });
     tavrin::afterNextFrame(window, [] { tavrin::logStart("first screen"); });
 }
 
@@ -53,12 +57,13 @@ int main(int argc, char** argv) {
     }
     tavrin::chooseRenderer();
 
+    const tavrin::MotionPreference motion;
     tavrin::AppModel app;
     tavrin::setApp(app);
     QQmlEngine engine;
     // Before the engine it goes, with what the engine made for it.
     tavrin::MainWindow window(engine);
-    tavrin::afterNextFrame(window, [&] { furnish(window, engine); });
+    tavrin::afterNextFrame(window, [&] { furnish(window, engine, motion); });
     QObject::connect(&instance, &tavrin::SingleInstance::activated, &window, &tavrin::MainWindow::bringToFront);
     window.show();
     const int status = QGuiApplication::exec();

@@ -29,4 +29,9 @@ void installFonts() {
     QGuiApplication::setFont(font);
 }
 
+void setReducedMotion(QQmlEngine& engine, bool reduced) {
+    auto* const theme = engine.singletonInstance<QObject*>(qmlTypeId("Tavrin.Theme", 1, 0, "Theme"));
+    if (theme != nullptr) theme->setProperty("reducedMotion", reduced);
+}
+
 }  // namespace tavrin

@@ -11,4 +11,7 @@ void installTheme(QQmlEngine& engine);
 /// Makes the embedded typeface the application's. Once, after the application object stands.
 void installFonts();
 
+/// Theme.reducedMotion of an engine that has read a document of ours; without one there is nothing that moves.
+void setReducedMotion(QQmlEngine& engine, bool reduced);
+
 }  // namespace tavrin

@@ -2,6 +2,7 @@
 #include "Support/TestFolder.h"
 #include "TavrinClean/Platform/Linux/SessionBus.h"
 #include "TavrinClean/Platform/Notifier.h"
+#include "TavrinCleanTests/Platform/Linux/PrivateBus.h"
 #include "TavrinCore/Strings.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,6 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
-#include <QProcess>
 #include <vector>
 
 namespace tavrin::test {
@@ -29,35 +29,6 @@ class Server final : public QDBusVirtualObject {
     }
 };
 
-/// The program connects to its bus once, so there is one for all runs of the test in a process. It ends with it.
-class Bus {
-  public:
-    Bus() {
-        daemon_.start(QStringLiteral("dbus-daemon"),
-                      {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-        if (daemon_.waitForReadyRead(30'000)) address_ = daemon_.readLine().trimmed();
-    }
-    ~Bus() {
-        daemon_.terminate();
-        daemon_.waitForFinished();
-    }
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-
-    [[nodiscard]] static const QByteArray& address() {
-        static const Bus* bus = nullptr;
-        if (bus == nullptr) {
-            bus = new Bus;
-            qAddPostRoutine([] { delete bus; });
-        }
-        return bus->address_;
-    }
-
-  private:
-    QProcess daemon_;
-    QByteArray address_;
-};
-
 TEST(Notifier, withoutABusNothingHappens) {
     const TestFolder nothing;
     const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
@@ -68,14 +39,14 @@ TEST(Notifier, withoutABusNothingHappens) {
 }
 
 TEST(Notifier, twoCleansGiveTwoBanners) {
-    ASSERT_FALSE(Bus::address().isEmpty());
-    const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", Bus::address().constData());
+    ASSERT_FALSE(PrivateBus::address().isEmpty());
+    const ScopedVariable address("DBUS_SESSION_BUS_ADDRESS", PrivateBus::address().constData());
     // Nobody serves it yet: silent.
     Notifier::notify("nobody", "hears");
 
     Server server;
     QDBusConnection connection =
-        QDBusConnection::connectToBus(QString::fromLatin1(Bus::address()), QStringLiteral("server"));
+        QDBusConnection::connectToBus(QString::fromLatin1(PrivateBus::address()), QStringLiteral("server"));
     ASSERT_TRUE(connection.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &server));
     ASSERT_TRUE(connection.registerService(QStringLiteral("org.freedesktop.Notifications")));
     Notifier::notify("first", "1 item · 5 KB");
