@@ -42,6 +42,8 @@ T.Menu {
         implicitHeight: contentHeight
         model: root.contentModel
         interactive: false
+        highlightMoveDuration: 0
+        highlightResizeDuration: 0
         currentIndex: root.currentIndex
 
         Accessible.role: Accessible.PopupMenu

@@ -138,6 +138,8 @@ T.ComboBox {
         contentItem: ListView {
             implicitHeight: contentHeight
             clip: true
+            highlightMoveDuration: 0
+            highlightResizeDuration: 0
             model: root.delegateModel
             currentIndex: root.highlightedIndex
             Accessible.role: Accessible.PopupMenu

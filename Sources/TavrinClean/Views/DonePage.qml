@@ -74,6 +74,8 @@ FocusScope {
                 activeFocusOnTab: true
                 highlightMoveDuration: 0
                 boundsBehavior: Flickable.StopAtBounds
+                highlightMoveDuration: 0
+                highlightResizeDuration: 0
                 model: root.failures
                 delegate: FailureRow {
                     required property int index

@@ -103,6 +103,7 @@ FocusScope {
         bottomMargin: Theme.spacingLarge
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: 0
+        highlightResizeDuration: 0
         model: root.screen.groups
         T.ScrollBar.vertical: BrandScrollBar {}
 

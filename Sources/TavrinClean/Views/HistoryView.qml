@@ -62,6 +62,7 @@ FocusScope {
         bottomMargin: Theme.spacing
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: 0
+        highlightResizeDuration: 0
         model: flow.records
         T.ScrollBar.vertical: BrandScrollBar {}
 

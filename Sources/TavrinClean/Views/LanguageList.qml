@@ -59,6 +59,7 @@ FocusScope {
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
                 highlightMoveDuration: 0
+                highlightResizeDuration: 0
                 model: root.screen.groups
                 T.ScrollBar.vertical: BrandScrollBar {}
 
