@@ -52,10 +52,20 @@ FocusScope {
 
     implicitHeight: kind === ResultsModel.Group ? 48 : kind === ResultsModel.Item ? 52 : 34
 
-    Loader {
+    // The list uses a row again for another finding, and often for one of another kind. What a row has shown once is kept
+    // for the next time: to make it anew takes longer than everything else in a frame.
+    component Part: Loader {
+        property bool wanted: false
+
         anchors { fill: parent; leftMargin: root.inset; rightMargin: root.inset }
-        focus: true
-        active: root.kind === ResultsModel.Item
+        focus: wanted
+        visible: wanted
+        active: false
+        onWantedChanged: if (wanted) active = true
+    }
+
+    Part {
+        wanted: root.kind === ResultsModel.Item
         sourceComponent: Component {
             ItemRow {
                 focus: true
@@ -81,10 +91,8 @@ FocusScope {
             }
         }
     }
-    Loader {
-        anchors { fill: parent; leftMargin: root.inset; rightMargin: root.inset }
-        focus: active
-        active: root.kind === ResultsModel.Group
+    Part {
+        wanted: root.kind === ResultsModel.Group
         sourceComponent: Component {
             GroupHeader {
                 focus: true
@@ -99,10 +107,8 @@ FocusScope {
             }
         }
     }
-    Loader {
-        anchors { fill: parent; leftMargin: root.inset; rightMargin: root.inset }
-        focus: active
-        active: root.kind === ResultsModel.Child || root.kind === ResultsModel.Note
+    Part {
+        wanted: root.kind === ResultsModel.Child || root.kind === ResultsModel.Note
         sourceComponent: Component {
             ChildRow {
                 focus: true
