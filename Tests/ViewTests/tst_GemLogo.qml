@@ -37,6 +37,20 @@ Item {
             compare(gem(logo).elapsed, gem(logo).completeAfter)
         }
 
+        function test_itPulsesForEver() {
+            const logo = createTemporaryObject(maker, page)
+            tryVerify(() => logo.pulse === 1)
+            tryVerify(() => logo.pulse === 0)
+            tryVerify(() => logo.pulse > 0)
+        }
+
+        function test_itStandsWhereItIsNotAnimated() {
+            const logo = createTemporaryObject(maker, page, { animate: false })
+            compare(logo.moves, false)
+            compare(logo.pulse, 0)
+            compare(gem(logo).elapsed, gem(logo).completeAfter)
+        }
+
         function test_itAppearsOnceHoweverOftenItIsSeenAgain() {
             const logo = createTemporaryObject(maker, page)
             tryVerify(() => logo.appeared)

@@ -9,6 +9,9 @@
 namespace tavrin {
 namespace {
 
+// For the side of a halo: more is a slip in the asking.
+constexpr int mostHaloPixels = 1024;
+
 // From a rounded square of `side` that begins at `margin` to a point: negative inside.
 double distanceToEdge(double x, double y, double margin, double side, double radius) {
     const double half = side / 2;
@@ -63,11 +66,11 @@ QImage haloImage(int side, const QColor& color) {
     return image;
 }
 
-QImage GlowImages::requestImage(const QString& id, QSize* size, const QSize& /*requestedSize*/) {
+QImage GlowImages::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
     const QStringList parts = id.split(u'/');
     QImage image;
     if (parts.size() == 2 && parts[0] == QLatin1StringView("halo")) {
-        image = haloImage(128, colorFromHex(parts[1]));
+        image = haloImage(std::clamp(requestedSize.width(), 1, mostHaloPixels), colorFromHex(parts[1]));
     } else if (parts.size() == 3) {
         const Glow glow{parts[0].toDouble(), parts[1].toDouble(), colorFromHex(parts[2])};
         // A picture larger than any card's corner is a slip in the asking.

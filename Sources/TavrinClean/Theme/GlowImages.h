@@ -25,7 +25,8 @@ struct Glow {
 /// A round light that fades from the middle to the edge of a square.
 [[nodiscard]] QImage haloImage(int side, const QColor& color);
 
-/// "image://glow/RADIUS/BLUR/RRGGBB" and, for the round one, "image://glow/halo/RRGGBB". Opacity is the item's own.
+/// "image://glow/RADIUS/BLUR/RRGGBB" and, for the round one, "image://glow/halo/RRGGBB", which is as large as the
+/// source size asks. Opacity is the item's own.
 class GlowImages : public QQuickImageProvider {
   public:
     GlowImages() : QQuickImageProvider(Image) {}
