@@ -11,6 +11,7 @@
 #include "TavrinCore/Strings.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlEngine>
 #include <chrono>
 #include <cstdio>
@@ -35,7 +36,10 @@ void furnish(tavrin::MainWindow& window, QQmlEngine& engine, const tavrin::Motio
     tavrin::setReducedMotion(engine, motion.isReduced());
     QObject::connect(&motion, &tavrin::MotionPreference::reducedChanged, &engine,
                      [&engine](bool reduced) { tavrin::setReducedMotion(engine, reduced); });
-    tavrin::afterNextFrame(window, [] { tavrin::logStart("first screen"); });
+    tavrin::afterNextFrame(window, [] {
+        tavrin::logStart("first screen");
+        QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/org.tavrin.Clean.svg")));
+    });
 }
 
 }  // namespace
