@@ -254,10 +254,15 @@ TEST(AppUninstaller, aCancelBeforeTheFirstAppIsNoticedAtOnce) {
     (void)record(scannerOf(world), count, [&](const ScanProgress&) { hasReported = true; });
     EXPECT_GT(pollsBeforeTheFirstReport, 50) << "what may be a leftover is listed under the eye of the user";
 
-    for (int poll = 0; poll < pollsBeforeTheFirstReport; ++poll) {
+    const auto scanCancelledAt = [&](int poll) {
         int polls = 0;
-        const RecordedScan scan = record(scannerOf(world), [&] { return polls++ >= poll; });
-        ASSERT_EQ(scan.failure, ScanError::cancelled()) << "at poll " << poll;
+        return record(scannerOf(world), [&] { return polls++ >= poll; });
+    };
+    const std::optional<ScanError> cancelled = scanCancelledAt(0).failure;
+    EXPECT_EQ(cancelled, ScanError::cancelled());
+    for (int poll = 1; poll < pollsBeforeTheFirstReport; ++poll) {
+        const RecordedScan scan = scanCancelledAt(poll);
+        EXPECT_EQ(scan.failure, cancelled) << "at poll " << poll;
         EXPECT_THAT(scan.reports, IsEmpty());
     }
 }
