@@ -1,6 +1,7 @@
 #include "Measuring.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -89,6 +90,8 @@ long memoryGrowth(const std::function<void()>& work) {
     *growth = -1;
     const pid_t child = ::fork();
     if (child == 0) {
+        // What was freed before would be taken again, and not be seen.
+        ::malloc_trim(0);
         std::ofstream("/proc/self/clear_refs") << '5';
         const long before = peakKiB();
         work();

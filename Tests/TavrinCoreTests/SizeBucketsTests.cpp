@@ -63,8 +63,9 @@ TEST(SizeBuckets, ofNothingAreNone) {
 TEST(SizeBuckets, runsOfElementsAreCalledWithEachOne) {
     const std::vector<int> elements{1, 1, 2, 3, 3, 3};
     std::vector<std::vector<int>> runs;
-    forEachRun(std::span<const int>(elements), [](int a, int b) { return a == b; },
-               [&](std::span<const int> run) { runs.emplace_back(run.begin(), run.end()); });
+    forEachRun(
+        std::span<const int>(elements), [](int a, int b) { return a == b; },
+        [&](std::span<const int> run) { runs.emplace_back(run.begin(), run.end()); });
     EXPECT_THAT(runs, ElementsAre(ElementsAre(1, 1), ElementsAre(2), ElementsAre(3, 3, 3)));
 }
 

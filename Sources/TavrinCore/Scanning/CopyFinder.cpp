@@ -40,14 +40,13 @@ std::vector<FileIndex::Number> CopyFinder::withOneNameEach(std::span<const Numbe
     std::vector<Number> files(alike.begin(), alike.end());
     const auto identifier = [this](Number file) { return index_.identifier(file); };
     const auto isSame = [&](Number a, Number b) { return identifier(a) && identifier(a) == identifier(b); };
-    std::ranges::sort(files, [&](Number a, Number b) {
-        return std::pair(identifier(a), a) < std::pair(identifier(b), b);
-    });
+    std::ranges::sort(files,
+                      [&](Number a, Number b) { return std::pair(identifier(a), a) < std::pair(identifier(b), b); });
     std::size_t kept = 0;
     forEachRun(std::span<const Number>(files), isSame, [&](std::span<const Number> names) {
-        const auto first = names.size() == 1 ? names.begin() : std::ranges::find_if(names, [this](Number name) {
-            return openKnown(name) != nullptr;
-        });
+        const auto first =
+            names.size() == 1 ? names.begin()
+                              : std::ranges::find_if(names, [this](Number name) { return openKnown(name) != nullptr; });
         if (first != names.end()) files[kept++] = *first;
     });
     files.resize(kept);
@@ -99,8 +98,7 @@ std::unique_ptr<FileReader> CopyFinder::open(Number file) {
 
 /// The file that was met in the walk; nil for whatever stands at its path instead by now.
 std::unique_ptr<FileReader> CopyFinder::openKnown(Number file) const {
-    const auto expect =
-        index_.size(file) <= kSmallFile ? FileReader::Expect::beginning : FileReader::Expect::whole;
+    const auto expect = index_.size(file) <= kSmallFile ? FileReader::Expect::beginning : FileReader::Expect::whole;
     std::unique_ptr<FileReader> reader = FileReader::open(index_.url(file), expect);
     if (reader == nullptr || reader->status().identifier != index_.identifier(file)) return nullptr;
     return reader;
