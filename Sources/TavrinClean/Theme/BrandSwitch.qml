@@ -45,14 +45,17 @@ T.CheckBox {
             strokeColor: Brand.white(root.hovered ? 0.5 : 0.3)
         }
         Plate {
-            x: root.on ? parent.width - width - 3 : 3
+            /// From 0 to 1, and not a position: that one changes while the switch is laid out, and it would slide for no reason.
+            property real share: root.on ? 1 : 0
+
+            x: 3 + share * (parent.width - width - 6)
             y: 3
             width: 20
             height: 20
             radius: 10
             color: root.on ? Brand.onGold : Brand.ink
 
-            Behavior on x { NumberAnimation { duration: Theme.hoverDuration; easing.type: Easing.OutQuad } }
+            Behavior on share { NumberAnimation { duration: Theme.hoverDuration; easing.type: Easing.OutQuad } }
         }
         FocusRing { shown: root.visualFocus; around: root.height / 2 }
     }
