@@ -3,10 +3,10 @@
 
 #include "TavrinClean/Platform/Linux/SessionBus.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QMap>
 
 namespace tavrin {
@@ -26,11 +26,9 @@ QString interface() {
 
 SettingsPortal::SettingsPortal(const QStringList& namespaces, QObject* parent) : QObject(parent) {
     if (!hasSessionBus()) return;
-    // The slot is looked up by the names of its types, and this one has none before its first use.
-    qRegisterMetaType<QDBusVariant>();
     // From whoever has that path and interface: to look up who serves a name would mean to wait for the bus.
     QDBusConnection::sessionBus().connect({}, path(), interface(), QStringLiteral("SettingChanged"), this,
-                                          SLOT(changed(QString, QString, QDBusVariant)));
+                                          SLOT(changed(QDBusMessage)));
     ask(namespaces);
 }
 
@@ -51,8 +49,10 @@ void SettingsPortal::ask(const QStringList& namespaces) {
     });
 }
 
-void SettingsPortal::changed(const QString& space, const QString& key, const QDBusVariant& value) {
-    Q_EMIT told(space, key, value.variant());
+void SettingsPortal::changed(const QDBusMessage& signal) {
+    if (signal.signature() != QStringLiteral("ssv")) return;
+    const QList<QVariant> what = signal.arguments();
+    Q_EMIT told(what[0].toString(), what[1].toString(), what[2].value<QDBusVariant>().variant());
 }
 
 }  // namespace tavrin

@@ -1,7 +1,7 @@
 // The desktop's settings, as its portal hands them out.
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
@@ -21,7 +21,7 @@ class SettingsPortal : public QObject {
     void told(const QString& space, const QString& key, const QVariant& value);
 
   private Q_SLOTS:
-    void changed(const QString& space, const QString& key, const QDBusVariant& value);
+    void changed(const QDBusMessage& signal);
 
   private:
     void ask(const QStringList& namespaces);
