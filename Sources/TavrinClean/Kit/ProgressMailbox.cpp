@@ -12,7 +12,7 @@ namespace tavrin {
 struct ProgressMailbox::Box {
     std::mutex lock;
     std::optional<ScanProgress> latest;
-    /// The main thread knows that something lies here.
+    /// The main thread will look.
     bool announced = false;
 };
 
@@ -49,7 +49,8 @@ void ProgressMailbox::flush() {
     {
         const std::lock_guard lock(box_->lock);
         report = std::exchange(box_->latest, std::nullopt);
-        box_->announced = false;
+        // While the frame runs, its end looks again by itself: who reports steadily never has to wake the main thread.
+        box_->announced = report.has_value();
     }
     if (!report) return;
     frame_.start();
