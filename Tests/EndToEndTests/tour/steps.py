@@ -125,13 +125,17 @@ class Tour(Visit):
 
     def look_inside(self):
         window, words = self.window, self.words
-        row = self.rows()[0]
+        # A file has nothing inside.
+        row = next(row for row in self.rows()
+                   if any(node.name == words.windowShowContents for node in window.everything(row)))
         window.click(row)
-        shown = len(self.rows())
+        before = [shown.name for shown in self.rows()]
         window.keys("Right")
-        wait_for(lambda: len(self.rows()) > shown or not window.says(words.moduleReadingContents), "the contents")
+        wait_for(lambda: [shown.name for shown in self.rows()] != before and
+                 not window.says(words.moduleReadingContents), "the contents")
         self.picture("contents")
         window.keys("Left")
+        wait_for(lambda: [shown.name for shown in self.rows()] == before, "the row as it was")
         self.say("Looked into %s with the arrow keys, and closed it again." % row.name)
 
     def untick_one(self):
