@@ -87,7 +87,7 @@ TEST(RunningLanguage, builtMessagesAndSystemTextsFollowIt) {
     EXPECT_EQ(ByteFormatter::string(0), english ? "Zero KB" : "Cero KB");
     EXPECT_EQ(S::legacyOutlookName(), english ? "Outlook (legacy)" : "Outlook (antiguo)");
     const Date newYear = Date::fromUnix(1'704'110'400);
-    EXPECT_EQ(dateText(newYear), dateText(newYear, {expectedLanguage(), preferredRegion(), {}}));
+    EXPECT_EQ(dateText(newYear), dateText(newYear, {expectedLanguage(), preferredRegion(RegionOf::dates), {}}));
     EXPECT_NE(dateText(newYear).find(english ? "Jan" : "ene"), std::string::npos) << dateText(newYear);
     const SystemError error = SystemError::posix(EROFS);
     EXPECT_EQ(error.localizedDescription, english ? "The disk is read-only." : "El disco es de solo lectura.");
