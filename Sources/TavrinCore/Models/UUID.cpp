@@ -4,7 +4,6 @@
 
 #include <openssl/rand.h>
 
-#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -16,33 +15,13 @@ constexpr bool hyphenBefore(std::size_t byteIndex) {
     return byteIndex == 4 || byteIndex == 6 || byteIndex == 8 || byteIndex == 10;
 }
 
-/// Random numbers, made many at a time: to begin costs more than to make them.
-class RandomBytes {
-  public:
-    std::array<std::uint8_t, 16> next() {
-        if (used_ == bytes_.size()) refill();
-        std::array<std::uint8_t, 16> taken{};
-        std::copy_n(bytes_.begin() + static_cast<std::ptrdiff_t>(used_), taken.size(), taken.begin());
-        used_ += taken.size();
-        return taken;
-    }
-
-  private:
-    void refill() {
-        if (RAND_bytes(bytes_.data(), static_cast<int>(bytes_.size())) != 1)
-            throw std::runtime_error("the system gives no random numbers");
-        used_ = 0;
-    }
-
-    std::array<std::uint8_t, 1'024> bytes_{};
-    std::size_t used_ = bytes_.size();
-};
-
 }  // namespace
 
 UUID UUID::random() {
-    thread_local RandomBytes random;
-    std::array<std::uint8_t, 16> bytes = random.next();
+    std::array<std::uint8_t, 16> bytes{};
+    if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) {
+        throw std::runtime_error("the system gives no random numbers");
+    }
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0FU) | 0x40U);  // version 4
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3FU) | 0x80U);  // the RFC's variant
     return UUID(bytes);
