@@ -69,5 +69,11 @@ TEST(SizeBuckets, runsOfElementsAreCalledWithEachOne) {
     EXPECT_THAT(runs, ElementsAre(ElementsAre(1, 1), ElementsAre(2), ElementsAre(3, 3, 3)));
 }
 
+TEST(SizeBuckets, aCancelEndsTheSortingOfManyFiles) {
+    const FileIndex many = indexOf(std::vector<Sizes>(10'000, {4'096, 10}));
+    EXPECT_THROW((void)SizeBuckets(many, [] { return true; }), ScanError);
+    EXPECT_EQ(SizeBuckets(many, [] { return false; }).files().size(), 10'000U);
+}
+
 }  // namespace
 }  // namespace tavrin

@@ -1,5 +1,6 @@
 #include "TavrinCore/Scanning/CopyFinder.h"
 
+#include "TavrinCore/Scanning/CancellationPoll.h"
 #include "TavrinCore/Scanning/FileFingerprint.h"
 #include "TavrinCore/Scanning/SizeBuckets.h"
 
@@ -40,8 +41,11 @@ std::vector<FileIndex::Number> CopyFinder::withOneNameEach(std::span<const Numbe
     std::vector<Number> files(alike.begin(), alike.end());
     const auto identifier = [this](Number file) { return index_.identifier(file); };
     const auto isSame = [&](Number a, Number b) { return identifier(a) && identifier(a) == identifier(b); };
-    std::ranges::sort(files,
-                      [&](Number a, Number b) { return std::pair(identifier(a), a) < std::pair(identifier(b), b); });
+    CancellationPoll poll(isCancelled_);
+    std::ranges::sort(files, [&](Number a, Number b) {
+        poll();
+        return std::pair(identifier(a), a) < std::pair(identifier(b), b);
+    });
     std::size_t kept = 0;
     forEachRun(std::span<const Number>(files), isSame, [&](std::span<const Number> names) {
         const auto first =
@@ -84,7 +88,9 @@ std::vector<CopyFinder::Candidate> CopyFinder::fingerprinted(std::span<const Num
         candidates.push_back({.file = file, .fingerprint = fingerprintOf(*reader)});
         if (reader->hadToWait()) fetchUntil_ = reached_ + kFilesPerSlowRead;
     }
-    std::ranges::sort(candidates, [](const Candidate& a, const Candidate& b) {
+    CancellationPoll poll(isCancelled_);
+    std::ranges::sort(candidates, [&poll](const Candidate& a, const Candidate& b) {
+        poll();
         return std::tie(a.fingerprint.digest, a.file) < std::tie(b.fingerprint.digest, b.file);
     });
     return candidates;
@@ -108,6 +114,7 @@ std::unique_ptr<FileReader> CopyFinder::openKnown(Number file) const {
 void CopyFinder::fetchAhead() {
     fetched_ = std::max(fetched_, reached_);
     for (; fetched_ < std::min(all_.size(), reached_ + kFilesAhead); ++fetched_) {
+        if (isCancelled_()) throw ScanError::cancelled();
         const Number file = all_[fetched_];
         const std::unique_ptr<FileReader> reader = openKnown(file);
         if (reader == nullptr) continue;

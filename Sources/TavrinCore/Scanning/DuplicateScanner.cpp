@@ -2,6 +2,7 @@
 
 #include "TavrinCore/Platform/DirectoryWalk.h"
 #include "TavrinCore/Scanning/CopyFinder.h"
+#include "TavrinCore/Scanning/DetailText.h"
 #include "TavrinCore/Scanning/FileIndex.h"
 #include "TavrinCore/Scanning/FileSystemUtils.h"
 #include "TavrinCore/Scanning/ScanRun.h"
@@ -28,12 +29,7 @@ DuplicateScanner::DuplicateScanner(std::optional<std::vector<URL>> roots, std::i
     : roots_(roots ? *std::move(roots) : defaultRoots()), minimumSize_(minimumSize) {}
 
 std::vector<URL> DuplicateScanner::defaultRoots() {
-    std::vector<URL> roots;
-    for (const std::string_view name : scannerDefaults::Duplicates::roots) {
-        URL root = FileSystemUtils::home().appendingPathComponent(name, true);
-        if (FileSystemUtils::exists(root)) roots.push_back(std::move(root));
-    }
-    return roots;
+    return FileSystemUtils::existingFolders(FileSystemUtils::home(), scannerDefaults::Duplicates::roots);
 }
 
 /// One scan under way.
@@ -46,7 +42,7 @@ class DuplicateScanner::Run {
             index(root, scanner.minimumSize_);
             run_.throwIfCancelled();
         }
-        const SizeBuckets buckets(index_);
+        const SizeBuckets buckets(index_, run_.isCancelled());
         CopyFinder finder(index_, buckets.files(), run_.isCancelled());
         for (std::size_t i = 0; i < buckets.count(); ++i) {
             run_.throwIfCancelled();
@@ -93,8 +89,9 @@ class DuplicateScanner::Run {
     /// The oldest is the one to keep; of equally old ones, the first that was met.
     void addGroup(std::vector<Number> files, const std::string& groupID) {
         std::ranges::stable_sort(files, {}, [this](Number file) { return index_.modified(file); });
-        const std::string detail = S::detailDuplicateOf(displayText(index_.name(files.front())));
+        const std::string detail = S::detailDuplicateOf(detailName(index_.name(files.front())));
         for (const Number file : files) {
+            run_.throwIfCancelled();
             const bool isKeeper = file == files.front();
             const std::int64_t size = index_.size(file);
             if (!isKeeper) selectedBytes_ = FileSystemUtils::sumOfSizes(selectedBytes_, size);

@@ -1,14 +1,18 @@
 #include "TavrinCore/Scanning/SizeBuckets.h"
 
+#include "TavrinCore/Scanning/CancellationPoll.h"
+
 #include <algorithm>
 #include <compare>
 #include <numeric>
 
 namespace tavrin {
 
-SizeBuckets::SizeBuckets(const FileIndex& index) : files_(index.count()) {
+SizeBuckets::SizeBuckets(const FileIndex& index, const CancellationCallback& isCancelled) : files_(index.count()) {
+    CancellationPoll poll(isCancelled);
     std::iota(files_.begin(), files_.end(), Number{0});
-    std::ranges::sort(files_, [&index](Number a, Number b) {
+    std::ranges::sort(files_, [&](Number a, Number b) {
+        poll();
         if (index.size(a) != index.size(b)) return index.size(a) > index.size(b);
         const auto order = index.length(a) <=> index.length(b);
         return order != 0 ? order < 0 : a < b;
@@ -21,7 +25,10 @@ SizeBuckets::SizeBuckets(const FileIndex& index) : files_(index.count()) {
         kept += sameLength.size();
     };
     const auto isSameSize = [&index](Number a, Number b) { return index.size(a) == index.size(b); };
-    const auto isSameLength = [&index](Number a, Number b) { return index.length(a) == index.length(b); };
+    const auto isSameLength = [&](Number a, Number b) {
+        poll();
+        return index.length(a) == index.length(b);
+    };
     forEachRun(std::span<const Number>(files_), isSameSize, [&](std::span<const Number> sameSize) {
         if (sameSize.size() < 2) return;
         forEachRun(sameSize, isSameLength, keep);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TavrinCore/Scanning/FileIndex.h"
+#include "TavrinCore/Scanning/Scanner.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +20,8 @@ class SizeBuckets {
   public:
     using Number = FileIndex::Number;
 
-    explicit SizeBuckets(const FileIndex& index);
+    /// To sort millions of files takes its time: throws ScanError::cancelled.
+    explicit SizeBuckets(const FileIndex& index, const CancellationCallback& isCancelled = neverCancelled);
 
     [[nodiscard]] std::size_t count() const { return ends_.size(); }
     /// May be empty: the bucket counts nevertheless.
