@@ -72,7 +72,6 @@ FocusScope {
                 clip: true
                 focus: root.withFailures
                 activeFocusOnTab: true
-                highlightMoveDuration: 0
                 boundsBehavior: Flickable.StopAtBounds
                 highlightMoveDuration: 0
                 highlightResizeDuration: 0
