@@ -5,8 +5,8 @@
 
 namespace tavrin {
 
-/// Called at each of very many small steps, such as the comparisons of a sort, it asks at every 4,096th whether the scan
-/// was cancelled, and throws ScanError::cancelled. The callback must outlive it.
+/// Called at each of very many small steps, such as the comparisons of a sort, it asks at every 4,096th whether the
+/// scan was cancelled, and throws ScanError::cancelled. The callback must outlive it.
 class CancellationPoll {
   public:
     explicit CancellationPoll(const CancellationCallback& isCancelled) : isCancelled_(isCancelled) {}
