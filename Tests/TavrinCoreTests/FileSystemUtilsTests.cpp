@@ -323,6 +323,23 @@ TEST(FileSystemUtils, distinctRootsAreTheRootsWithoutLinksThatLeadWhereAnotherLe
     EXPECT_THAT(left({"dangling", "Music"}), ElementsAre("dangling", "Music"));
     EXPECT_THAT(left({"Downloads", "Downloads/docs"}), ElementsAre("Downloads", "Downloads/docs"))
         << "folders are left as they were asked for";
+    world.link("inner", "disk/docs");
+    world.link("outer", "disk");
+    EXPECT_THAT(left({"inner", "outer"}), ElementsAre("outer")) << "the outer one has all";
+    EXPECT_THAT(left({"above", "inner", "Music"}), ElementsAre("inner", "Music"))
+        << "what isn't scanned itself takes nothing from others";
+}
+
+TEST(FileSystemUtils, aLinkToTheHomeOrIntoTheLibraryIsNoRoot) {
+    const TestFolder world;
+    const test::ScopedVariable home("HOME", (world / "home").path().c_str());
+    world.folder("home/Library/Caches");
+    world.folder("disk");
+    std::vector<URL> roots;
+    for (const char* target : {".", "..", "Library", "Library/Caches"})
+        roots.push_back(world.link("home/to " + std::to_string(roots.size()), target));
+    roots.push_back(world.link("home/Documents", "../disk"));
+    EXPECT_THAT(FileSystemUtils::distinctRoots(roots), testing::ElementsAre(roots.back()));
 }
 
 }  // namespace

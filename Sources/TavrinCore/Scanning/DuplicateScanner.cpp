@@ -38,7 +38,7 @@ class DuplicateScanner::Run {
     Run(const ProgressCallback& progress, const CancellationCallback& isCancelled) : run_(progress, isCancelled) {}
 
     std::vector<CleanableItem> over(const DuplicateScanner& scanner) {
-        for (const URL& root : scanner.roots_) {
+        for (const URL& root : FileSystemUtils::distinctRoots(scanner.roots_)) {
             index(root, scanner.minimumSize_);
             run_.throwIfCancelled();
         }

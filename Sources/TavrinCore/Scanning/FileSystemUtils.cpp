@@ -4,6 +4,7 @@
 #include "TavrinCore/Platform/Folders.h"
 #include "TavrinCore/Platform/Packages.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace tavrin {
@@ -18,14 +19,15 @@ bool isLink(const URL& url) {
     return status && status->type == FileType::symbolicLink;
 }
 
-/// Whether the link at `index` leads to, into or above one of the others; of two links to one place, the later does.
-bool meetsAnother(const std::vector<URL>& roots, const std::vector<std::string>& places, std::size_t index) {
-    for (std::size_t i = 0; i < roots.size(); ++i) {
-        if (i == index) continue;
-        if (isBelow(places[index], places[i]) || isBelow(places[i], places[index])) return true;
-        if (places[i] == places[index] && (i < index || !isLink(roots[i]))) return true;
-    }
-    return false;
+bool meets(const std::string& place, const std::string& other) {
+    return place == other || isBelow(place, other) || isBelow(other, place);
+}
+
+/// A link to the home, to what the home lies in, or into ~/Library would bring what no content folder holds.
+bool leadsOutOfContent(const std::string& place) {
+    const std::string home = FileSystemUtils::home().resolvingSymlinksInPath().path();
+    const std::string library = FileSystemUtils::homeLibrary().resolvingSymlinksInPath().path();
+    return place == home || isBelow(home, place) || place == library || isBelow(place, library);
 }
 
 void recordIfRefused(AccessDenials* denials, const URL& folder, const SystemError& error) {
@@ -155,14 +157,23 @@ std::vector<URL> FileSystemUtils::existingFolders(const URL& parent, std::span<c
 }
 
 std::vector<URL> FileSystemUtils::distinctRoots(const std::vector<URL>& roots) {
-    std::vector<URL> distinct;
     std::vector<std::string> places;
-    places.reserve(roots.size());
-    for (const URL& root : roots)
+    std::vector<std::size_t> kept;
+    std::vector<std::size_t> links;
+    for (const URL& root : roots) {
+        (isLink(root) ? links : kept).push_back(places.size());
         places.push_back(root.resolvingSymlinksInPath().path());
-    for (std::size_t i = 0; i < roots.size(); ++i) {
-        if (!isLink(roots[i]) || !meetsAnother(roots, places, i)) distinct.push_back(roots[i]);
     }
+    // Of two that lead one into the other, the outer one has all.
+    std::ranges::stable_sort(links, {}, [&places](std::size_t link) { return places[link].size(); });
+    for (const std::size_t link : links) {
+        const auto meetsLink = [&](std::size_t root) { return meets(places[link], places[root]); };
+        if (!leadsOutOfContent(places[link]) && std::ranges::none_of(kept, meetsLink)) kept.push_back(link);
+    }
+    std::ranges::sort(kept);
+    std::vector<URL> distinct;
+    for (const std::size_t root : kept)
+        distinct.push_back(roots[root]);
     return distinct;
 }
 

@@ -59,7 +59,9 @@ class FileSystemUtils {
     /// Those of the folders of these names, below `parent`, at which there is something; in their order.
     [[nodiscard]] static std::vector<URL> existingFolders(const URL& parent, std::span<const std::string_view> names);
     /// Without the links among them that lead to where another one leads, into it, or above it: what lies there would
-    /// be met twice. Of several that lead to one folder the first stays. In their order, and as they were called.
+    /// be met twice. A folder stays whatever leads to it; of links, the one that leads to the outer folder, and of
+    /// those to one folder the first. Without those too that lead to the home, above it, or into ~/Library: nobody who
+    /// links a folder there means its files to be scanned. In their order, and as they were called.
     [[nodiscard]] static std::vector<URL> distinctRoots(const std::vector<URL>& roots);
     /// Whether `url` itself is a folder. A link to one is none.
     [[nodiscard]] static bool isFolder(const URL& url);
