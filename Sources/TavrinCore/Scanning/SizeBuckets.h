@@ -15,7 +15,7 @@ namespace tavrin {
 /// only the ones that have company of their own length are held, in the order of their lengths and then of the index:
 /// files that occupy the same differ in length as often as not, and with a length of its own, one needn't be opened.
 ///
-/// At most 6 bytes a file of the index. Doesn't look at the index any more once it is made.
+/// At most 8 bytes a file of the index. Doesn't look at the index any more once it is made.
 class SizeBuckets {
   public:
     using Number = FileIndex::Number;

@@ -113,7 +113,11 @@ bool DirectoryWalker::mayWait(std::string_view name) {
 }
 
 void DirectoryWalker::enter(const PlacedEntry& entry) {
-    if (mayWait(entry.name())) return;
+    if (mayWait(entry.name())) {
+        // Who removes has to know what stays; who measures passes it over.
+        if (options_.wantsLeft) failEntry(entry, EXDEV);
+        return;
+    }
     Level& level = levels_.back();
     const int folder = openChild(level.folder, entry.name().data());
     if (folder < 0) {

@@ -87,7 +87,8 @@ class MountTable {
         const pid_t process = ::getpid();
         if (process != process_) {
             file_ = Descriptor(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
-            process_ = process;
+            // Else it is tried again the next time.
+            if (file_.isOpen()) process_ = process;
             read();
         } else if (hasChanged()) {
             read();
@@ -147,8 +148,10 @@ std::vector<std::string> waitingMountsBelow(std::string_view folder, const std::
     for (const Mount& mount : mounts) {
         if (!mount.point.starts_with(above) || mount.point.size() == above.size()) continue;
         std::string point = mount.point.substr(above.size());
-        // What was mounted later hides what was there before: a disk on what mounted it on demand.
-        std::erase(waiting, point);
+        // What was mounted later hides what was there before and below: a disk on what mounted it on demand.
+        std::erase_if(waiting, [&point](const std::string& hidden) {
+            return hidden == point || hidden.starts_with(point + "/");
+        });
         if (mount.mayWait) waiting.push_back(std::move(point));
     }
     return waiting;
