@@ -21,6 +21,7 @@ namespace fs = std::filesystem;
 constexpr const char* kWindow = R"(
 import QtQuick
 import QtQuick.Window
+import Tavrin.Theme
 import Tavrin.Views
 
 Window {
@@ -29,6 +30,7 @@ Window {
     width: 1120
     height: 740
     visible: true
+    BrandBackground { anchors.fill: parent }
     ContentView { id: content; anchors.fill: parent }
 })";
 
@@ -99,7 +101,6 @@ BenchmarkWindow::BenchmarkWindow(int& argc, char** argv, fs::path home, Find fin
     application_ = std::make_unique<QGuiApplication>(argc, argv);
     installFonts();
     ModuleServices services = ModuleServices::real();
-    services.hasScanner = [](ModuleKind) { return true; };
     services.makeScanner = [find = std::move(find)](ModuleKind kind) {
         return std::make_unique<FakeScanner>(kind, find);
     };

@@ -110,6 +110,8 @@ struct Figures {
     std::string name;
     std::vector<std::string> command;
     bool isProgram = true;
+    /// The gem on the screen of the terms pulses for as long as it is seen.
+    const char* restTarget = "";
     double firstFrame = 1e9;
     double firstScreen = 1e9;
     double residentMiB = 0;
@@ -146,8 +148,7 @@ void print(const Figures& figures, const Figures& empty) {
         report(figures.name + ": to the first screen", figures.firstScreen * 1e3, "ms");
     }
     report(figures.name + ": resident", figures.residentMiB, "MiB", figures.isProgram ? "<= 160" : "");
-    report(figures.name + ": processor in 5 s at rest", figures.restProcessor * 1e3, "ms",
-           figures.isProgram ? "0" : "");
+    report(figures.name + ": processor in 5 s at rest", figures.restProcessor * 1e3, "ms", figures.restTarget);
 }
 
 /// A new user's home, or one who has accepted the terms.
@@ -172,7 +173,7 @@ int main(int /*argc*/, char** argv) {
 
     std::vector<Figures> all{{"empty window", {(here / "EmptyWindow").string(), "1120", "740"}, false},
                              {"new user", {program.string()}},
-                             {"accepted", {program.string()}}};
+                             {"accepted", {program.string()}, true, "0"}};
     for (int round = 0; round < kRounds; ++round) {
         for (std::size_t i = 0; i < all.size(); ++i) {
             makeHome(home, i == 2);
