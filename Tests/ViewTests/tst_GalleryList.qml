@@ -60,6 +60,20 @@ Item {
             verify(cells(cards()[0])[0].width >= 124)
         }
 
+        function test_aPressLeavesThePictureUnderTheMouse() {
+            page.height = 380
+            const list = Find.all(gallery(), item => item instanceof ListView)[0]
+            list.contentY = list.originY + 60
+            const before = list.contentY
+            const cell = cells(cards()[0])[1]
+            mousePress(cell, cell.width / 2, cell.height / 2)
+            compare(list.contentY, before)
+            verify(cell.current)
+            mouseRelease(cell, cell.width / 2, cell.height / 2)
+            keyClick(Qt.Key_Escape)
+            page.height = 900
+        }
+
         function test_whatIsNotTickedIsKept() {
             const cell = cells(cards()[0])[0]
             verify(Find.says(cell, S.actionKeep))

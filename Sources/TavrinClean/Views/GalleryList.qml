@@ -146,7 +146,10 @@ FocusScope {
                 menu.popup(cell, place)
             }
             onPressed: cell => {
-                root.moveTo(index, cell)
+                // Not by moveTo, which scrolls: what is pressed must stay under the mouse.
+                list.currentIndex = index
+                root.currentCell = cell
+                root.currentId = root.screen.groups.itemIdAt(index, cell)
                 list.forceActiveFocus(Qt.MouseFocusReason)
             }
         }

@@ -84,6 +84,7 @@ FocusScope {
                     onToggled: root.screen.toggleKept(groupId)
                     onPressed: {
                         list.currentIndex = index
+                        root.currentId = groupId
                         list.forceActiveFocus(Qt.MouseFocusReason)
                     }
                     Keys.onSpacePressed: toggled()

@@ -111,6 +111,7 @@ FocusScope {
             onMenuWanted: place => root.showMenu(row, place)
             onPressed: {
                 list.currentIndex = index
+                root.currentId = rowId
                 list.forceActiveFocus(Qt.MouseFocusReason)
             }
         }
