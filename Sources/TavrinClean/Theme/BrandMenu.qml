@@ -17,8 +17,9 @@ T.Menu {
     /// What it is, for screen readers.
     required property string name
 
-    /// What had the keyboard.
+    /// What had the keyboard, and whether it showed it.
     property Item before: null
+    property bool showedFocus: false
 
     implicitWidth: 240
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
@@ -27,8 +28,11 @@ T.Menu {
     overlap: 0
     focus: true
 
-    onAboutToShow: before = parent.Window.activeFocusItem
-    onClosed: before?.forceActiveFocus()
+    onAboutToShow: {
+        before = parent.Window.activeFocusItem
+        showedFocus = (before as T.Control)?.visualFocus ?? false
+    }
+    onClosed: before?.forceActiveFocus(showedFocus ? Qt.TabFocusReason : Qt.OtherFocusReason)
 
     background: Rectangle {
         radius: Theme.radiusBanner
