@@ -29,7 +29,7 @@ void Notifier::notify(const std::string& title, const std::string& text) {
         QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
     // 0 replaces none of those that are shown; -1 leaves to the desktop how long it stands.
     call << QString::fromUtf8(S::appName.data(), static_cast<qsizetype>(S::appName.size())) << 0U
-         << QStringLiteral("tavrin-clean") << QString::fromStdString(title) << body(text) << QStringList()
+         << programId.toString() << QString::fromStdString(title) << body(text) << QStringList()
          << QVariantMap{{QStringLiteral("desktop-entry"), programId.toString()},
                         {QStringLiteral("sound-name"), QStringLiteral("complete")}}
          << -1;

@@ -60,6 +60,7 @@ TEST(Notifier, twoCleansGiveTwoBanners) {
     ASSERT_EQ(first.size(), 8);
     EXPECT_EQ(first[0].toString().toStdString(), S::appName);
     EXPECT_EQ(first[1].toUInt(), 0U);
+    EXPECT_EQ(first[2].toString(), QStringLiteral("org.tavrin.Clean"));
     EXPECT_EQ(first[3].toString(), QStringLiteral("first"));
     EXPECT_EQ(first[4].toString(), QStringLiteral("1 item · 5 KB"));
     EXPECT_EQ(qdbus_cast<QVariantMap>(first[6])[QStringLiteral("desktop-entry")].toString(),
