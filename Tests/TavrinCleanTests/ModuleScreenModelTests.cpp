@@ -129,7 +129,7 @@ TEST_F(Screen, theCountSpeaksOfAllWhateverTheSearchShows) {
 TEST_F(Screen, whatASearchShowsStandsWhenItIsTold) {
     scanned(ModuleKind::systemJunk, {finding("a", 1), finding("b", 1)});
     std::vector<std::pair<int, bool>> told;
-    QObject::connect(screen.get(), &ModuleScreenModel::shownChanged,
+    QObject::connect(screen.get(), &ModuleScreenModel::shownChanged, screen.get(),
                      [&] { told.emplace_back(screen->rows()->rowCount(), screen->nothingMatches()); });
     screen->setSearchText(QStringLiteral("zzz"));
     world.settle();
@@ -142,7 +142,8 @@ TEST_F(Screen, aRescanUnderASearchNeverSaysThatNothingMatches) {
     screen->setSearchText(QStringLiteral("a"));
     world.settle();
     bool said = false;
-    QObject::connect(screen.get(), &ModuleScreenModel::shownChanged, [&] { said = said || screen->nothingMatches(); });
+    QObject::connect(screen.get(), &ModuleScreenModel::shownChanged, screen.get(),
+                     [&] { said = said || screen->nothingMatches(); });
     screen->startScan();
     world.settle();
     EXPECT_EQ(screen->rows()->rowCount(), 2);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace tavrin::test {
@@ -81,11 +82,11 @@ std::vector<CleanableItem> similarImages(const fs::path& folder) {
 
 std::vector<CleanableItem> appLanguages(const fs::path& folder) {
     std::vector<CleanableItem> found;
-    for (const std::string code : {"de", "ar", "zh-Hans", "ja"}) {
+    for (const std::string_view code : {"de", "ar", "zh-Hans", "ja"}) {
         const std::string language = languageName(code, runningLanguage());
         for (int app = 0; app < 3; ++app) {
             const fs::path path = folder / "Applications" / ("App" + std::to_string(app) + ".app") / "Contents" /
-                                  "Resources" / (code + ".lproj");
+                                  "Resources" / (std::string(code) + ".lproj");
             found.push_back(item(folderAt(path), (app + 1) * megabyte, ScanCategory::appLanguage, code != "ar",
                                  "App" + std::to_string(app), language));
         }

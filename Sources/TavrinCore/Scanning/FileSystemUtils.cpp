@@ -172,6 +172,7 @@ std::vector<URL> FileSystemUtils::distinctRoots(const std::vector<URL>& roots) {
     }
     std::ranges::sort(kept);
     std::vector<URL> distinct;
+    distinct.reserve(kept.size());
     for (const std::size_t root : kept)
         distinct.push_back(roots[root]);
     return distinct;

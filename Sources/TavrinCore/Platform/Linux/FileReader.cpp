@@ -15,7 +15,7 @@ namespace {
 
 class OpenFile final : public FileReader {
   public:
-    explicit OpenFile(HarmlessFile file) : file_(std::move(file.descriptor)), status_(std::move(file.status)) {}
+    explicit OpenFile(HarmlessFile file) : file_(std::move(file.descriptor)), status_(file.status) {}
 
     std::optional<std::size_t> read(std::span<unsigned char> buffer) override {
         const std::optional<std::size_t> count = readAt(position_, buffer);

@@ -63,7 +63,7 @@ TEST(Notifier, twoCleansGiveTwoBanners) {
     EXPECT_EQ(first[2].toString(), QStringLiteral("org.tavrin.Clean"));
     EXPECT_EQ(first[3].toString(), QStringLiteral("first"));
     EXPECT_EQ(first[4].toString(), QStringLiteral("1 item · 5 KB"));
-    EXPECT_EQ(qdbus_cast<QVariantMap>(first[6])[QStringLiteral("desktop-entry")].toString(),
+    EXPECT_EQ(qdbus_cast<QVariantMap>(first[6]).value(QStringLiteral("desktop-entry")).toString(),
               QStringLiteral("org.tavrin.Clean"));
     EXPECT_EQ(first[7].toInt(), -1);
     EXPECT_EQ(server.banners[1][1].toUInt(), 0U);

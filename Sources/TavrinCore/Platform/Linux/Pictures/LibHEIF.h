@@ -31,7 +31,7 @@ namespace tavrin {
 /// It isn't linked: with the codecs that it brings it takes longer to load than the window takes to paint its ground,
 /// and most people start the program without having such a picture looked at.
 struct LibHEIF {
-#define TAVRIN_HEIF_MEMBER(name) decltype(&::heif_##name) name = nullptr;
+#define TAVRIN_HEIF_MEMBER(name) decltype(&::heif_##name) name = nullptr;  // NOLINT(bugprone-macro-parentheses): a name
     TAVRIN_HEIF_FUNCTIONS(TAVRIN_HEIF_MEMBER)
 #undef TAVRIN_HEIF_MEMBER
 
