@@ -294,12 +294,11 @@ Item {
             goTo("org.example.editor")
             const over = row("org.example.editor")
             mouseClick(over, 300, 20, Qt.RightButton)
-            const overlay = page.Window.window.contentItem
-            tryVerify(() => Find.button(overlay, S.actionShowInFinder) !== null)
+            tryVerify(() => Find.button(overlay(), S.actionShowInFinder) !== null)
             stage.forget()
-            Find.button(overlay, S.actionShowInFinder).clicked()
+            Find.button(overlay(), S.actionShowInFinder).clicked()
             compare(stage.asked(), ["show " + over.url])
-            tryVerify(() => Find.button(overlay, S.actionShowInFinder) === null)
+            tryVerify(() => Find.button(overlay(), S.actionShowInFinder) === null)
         }
 
         function test_theKeyboardOpensTheMenuOfARow_data() {
@@ -310,12 +309,11 @@ Item {
             goTo("install.log")
             const url = list().currentItem.url
             keyClick(data.key, data.modifiers)
-            const overlay = page.Window.window.contentItem
-            tryVerify(() => Find.button(overlay, S.actionQuickLook) !== null)
-            Find.button(overlay, S.actionQuickLook).clicked()
+            tryVerify(() => Find.button(overlay(), S.actionQuickLook) !== null)
+            Find.button(overlay(), S.actionQuickLook).clicked()
             tryCompare(QuickLook, "url", url)
             QuickLook.close()
-            tryVerify(() => Find.button(overlay, S.actionQuickLook) === null)
+            tryVerify(() => Find.button(overlay(), S.actionQuickLook) === null)
         }
 
         function test_enterLooksAtAFile() {

@@ -14,8 +14,7 @@
 //   lead elsewhere, when somebody moved the tree meanwhile: then the folder isn't the one that was noted (device and
 //   inode), and the walk looks for it by name from the root, without following links. When that fails too, the folder
 //   is gone from the tree, and so is what was left of it.
-// - What is mounted below the root is looked up once, when the first folder is entered, in a table that the kernel
-// holds
+// - What is mounted below the root is looked up once, when the first folder is entered, in a table that the kernel has
 //   in memory. Mounts that may wait are passed over by their path, before any call names them.
 #pragma once
 
