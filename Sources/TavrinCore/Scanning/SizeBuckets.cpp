@@ -3,7 +3,6 @@
 #include "TavrinCore/Scanning/CancellationPoll.h"
 
 #include <algorithm>
-#include <compare>
 #include <numeric>
 
 namespace tavrin {
@@ -14,8 +13,8 @@ SizeBuckets::SizeBuckets(const FileIndex& index, const CancellationCallback& isC
     std::ranges::sort(files_, [&](Number a, Number b) {
         poll();
         if (index.size(a) != index.size(b)) return index.size(a) > index.size(b);
-        const auto order = index.length(a) <=> index.length(b);
-        return order != 0 ? order < 0 : a < b;
+        if (index.length(a) != index.length(b)) return index.length(a) < index.length(b);
+        return a < b;
     });
     std::size_t kept = 0;
     // They move to the front, over what was looked at already.
