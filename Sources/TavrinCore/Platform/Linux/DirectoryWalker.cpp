@@ -1,10 +1,7 @@
 #include "TavrinCore/Platform/Linux/DirectoryWalker.h"
 
-#include "TavrinCore/Platform/Linux/AnchoredPath.h"
 #include "TavrinCore/Platform/Linux/MountOptions.h"
 #include "TavrinCore/Platform/Linux/StatxStatus.h"
-
-#include <fcntl.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,17 +9,12 @@
 namespace tavrin {
 namespace {
 
-constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
 /// A file system that lists nothing but "." and ".." for ever would hold up a walk that nobody can cancel.
 constexpr int kMostFruitless = 64;
 
 /// What openat(2) says of an entry that is no folder any more.
 bool hasVanished(int error) {
     return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ESTALE;
-}
-
-std::string pathBeforeNames(const URL& root) {
-    return root.path() == "/" ? std::string() : root.path();
 }
 
 }  // namespace
@@ -40,19 +32,13 @@ DirectoryWalker::DirectoryWalker(const URL& root, const WalkOptions& options, Wa
       limits_(limits),
       fields_(kStatxSizes | (options.wantsDates ? kStatxDates : 0U) |
               (options.wantsIdentifier ? kStatxIdentifier : 0U)),
-      path_(pathBeforeNames(root)),
-      entry_(calls, path_),
+      levels_(root, options.wantsLeft, calls, limits.descriptors),
+      entry_(calls, levels_.path()),
       arena_(new char[limits.arenaBytes]) {}
-
-DirectoryWalker::~DirectoryWalker() {
-    for (const Level& level : levels_)
-        closeFolder(level.folder);
-    if (rootFolder_ >= 0) calls_.close(rootFolder_);
-}
 
 bool DirectoryWalker::run() {
     if (!openRoot()) return true;
-    while (!levels_.empty()) {
+    while (!levels_.isEmpty()) {
         if (!step()) return false;
     }
     return true;
@@ -60,28 +46,19 @@ bool DirectoryWalker::run() {
 
 bool DirectoryWalker::openRoot() {
     forgetTheLastMount();
-    const AnchoredPath path(root_.path());
-    const int flags = options_.rootLink == LastLink::keep ? O_NOFOLLOW : 0;
-    if (path.error() == 0) rootFolder_ = openFolder(path.folder(), path.name(), flags);
-    if (rootFolder_ < 0) {
-        visitor_.failed(root_, SystemError::posix(path.error() != 0 ? path.error() : errno));
-        return false;
-    }
-    Level level;
-    level.folder = rootFolder_;
-    level.pathLength = path_.size();
-    levels_.push_back(level);
-    return true;
+    const int error = levels_.openRoot(options_.rootLink);
+    if (error != 0) visitor_.failed(root_, SystemError::posix(error));
+    return error == 0;
 }
 
 /// One entry, or one folder left. False when the visitor stops.
 bool DirectoryWalker::step() {
-    Level& level = levels_.back();
+    WalkLevel& level = levels_.top();
     if (level.position == level.end && !refill(level)) return leave();
     const std::optional<ListedEntry> listed = readListedEntry(listing(level));
     if (!listed) {
         fail(level.pathLength, EIO);
-        giveUp(level);
+        level.giveUp();
         return true;
     }
     level.position += listed->length;
@@ -90,7 +67,7 @@ bool DirectoryWalker::step() {
 }
 
 bool DirectoryWalker::visit(const ListedEntry& listed) {
-    const Level& level = levels_.back();
+    const WalkLevel& level = levels_.top();
     fruitless_ = 0;
     entry_.place(level.folder, listed.name, listed.type, level.depth, fields_);
     if (listed.type == FileType::unknown && !entry_.resolveUnknownType()) return true;
@@ -102,13 +79,14 @@ bool DirectoryWalker::visit(const ListedEntry& listed) {
 /// Whether a folder of this name, in the folder on top, is a mount that may keep the walk waiting.
 bool DirectoryWalker::mayWait(std::string_view name) {
     if (!waitingMounts_) {
-        waitingMounts_ = calls_.waitingMounts(rootFolder_);
+        waitingMounts_ = calls_.waitingMounts(levels_.rootFolder());
         for (std::string& mount : *waitingMounts_)
-            mount.insert(0, pathBeforeNames(root_) + "/");
+            mount.insert(0, levels_.rootPath() + "/");
     }
+    const std::string& path = levels_.path();
     return std::ranges::any_of(*waitingMounts_, [&](std::string_view mount) {
-        return mount.size() == path_.size() + 1 + name.size() && mount.starts_with(path_) &&
-               mount[path_.size()] == '/' && mount.ends_with(name);
+        return mount.size() == path.size() + 1 + name.size() && mount.starts_with(path) && mount[path.size()] == '/' &&
+               mount.ends_with(name);
     });
 }
 
@@ -118,59 +96,47 @@ void DirectoryWalker::enter(const PlacedEntry& entry) {
         if (options_.wantsLeft) failEntry(entry, EXDEV);
         return;
     }
-    Level& level = levels_.back();
-    const int folder = openChild(level.folder, entry.name().data());
+    const int folder = levels_.openChild(entry.name().data());
     if (folder < 0) {
         if (!hasVanished(errno)) failEntry(entry, errno);
         return;
     }
-    ++open_;
-    path_.append("/").append(entry.name());
-    Level child;
+    WalkLevel& level = levels_.top();
+    skipDots(level);
+    WalkLevel child;
     child.folder = folder;
     child.depth = level.depth + 1;
-    child.pathLength = path_.size();
-    skipDots(level);
     if (level.isFinished() && !options_.wantsLeft) {
-        closeFolder(level.folder);
         child.begin = child.position = child.end = level.begin;
-        level = child;
+        levels_.replaceTop(child, entry.name());
         return;
     }
     child.begin = child.position = child.end = placeForListing();
-    levels_.push_back(child);
+    levels_.push(child, entry.name());
 }
 
 /// The folder on top is done. False when the visitor stops.
 bool DirectoryWalker::leave() {
     fruitless_ = 0;
     bool again = false;
-    if (options_.wantsLeft && levels_.size() > 1) {
+    if (options_.wantsLeft && levels_.count() > 1) {
         if (!tellLeft(again)) return false;
         if (again) return true;
     }
-    const Level done = levels_.back();
-    levels_.pop_back();
-    if (!levels_.empty()) {
-        Level& top = levels_.back();
-        path_.resize(top.pathLength);
-        firstHeld_ = std::min(firstHeld_, levels_.size() - 1);
-        if (top.folder < 0 && !top.isFinished()) reopen(top, done.folder, done.depth - top.depth);
-    }
-    closeFolder(done.folder);
+    levels_.pop();
+    if (!levels_.isEmpty()) firstHeld_ = std::min(firstHeld_, levels_.count() - 1);
     return true;
 }
 
 bool DirectoryWalker::tellLeft(bool& again) {
-    Level& done = levels_.back();
-    Level& above = levels_[levels_.size() - 2];
-    // What was noted of a folder that is finished holds as well: it is needed once more, to act on the one below.
-    if (above.folder < 0) reopen(above, done.folder, 1);
-    const std::string name = path_.substr(above.pathLength + 1);
-    path_.resize(above.pathLength);
+    WalkLevel& done = levels_.top();
+    // A folder that is finished is needed once more as well, to act on the one in it.
+    levels_.reopenBelowTop();
+    const WalkLevel& above = levels_.belowTop();
+    const std::string name = levels_.takeName();
     entry_.place(above.folder, name, FileType::directory, above.depth, fields_);
     const LeaveStep next = visitor_.left(entry_);
-    path_.append("/").append(name);
+    levels_.putName(name);
     again = next == LeaveStep::again && done.folder >= 0;
     if (again) {
         done.complete = false;
@@ -181,13 +147,8 @@ bool DirectoryWalker::tellLeft(bool& again) {
     return next != LeaveStep::stop;
 }
 
-void DirectoryWalker::giveUp(Level& level) {
-    level.complete = true;
-    level.position = level.end;
-}
-
 void DirectoryWalker::fail(std::size_t pathLength, int error) {
-    const std::string_view path = std::string_view(path_).substr(0, pathLength);
+    const std::string_view path = std::string_view(levels_.path()).substr(0, pathLength);
     visitor_.failed(path.empty() ? URL() : URL::fromPath(path, true), SystemError::posix(error));
 }
 
@@ -197,12 +158,12 @@ void DirectoryWalker::failEntry(const PlacedEntry& entry, int error) {
 
 // Listings and the arena
 
-std::string_view DirectoryWalker::listing(const Level& level) const {
+std::string_view DirectoryWalker::listing(const WalkLevel& level) const {
     return {arena_.get() + level.position, level.end - level.position};
 }
 
 /// Asks for entries until there are some worth the while. False when there are no more.
-bool DirectoryWalker::refill(Level& level) {
+bool DirectoryWalker::refill(WalkLevel& level) {
     if (level.complete || level.folder < 0) return false;
     level.position = level.end = level.begin;
     if (level.mustSeek && calls_.seek(level.folder, level.consumed) < 0) {
@@ -228,7 +189,7 @@ bool DirectoryWalker::refill(Level& level) {
     return level.end > level.begin;
 }
 
-void DirectoryWalker::skipDots(Level& level) {
+void DirectoryWalker::skipDots(WalkLevel& level) {
     while (level.position < level.end) {
         const std::optional<ListedEntry> listed = readListedEntry(listing(level));
         if (!listed || !listed->isDots()) return;
@@ -239,123 +200,16 @@ void DirectoryWalker::skipDots(Level& level) {
 
 /// Where a listing of one more folder goes: behind the others, or at the start, when they have to make room for it.
 std::size_t DirectoryWalker::placeForListing() {
-    const std::size_t begin = levels_.back().isFinished() ? levels_.back().begin : levels_.back().end;
+    const std::size_t begin = levels_.top().isFinished() ? levels_.top().begin : levels_.top().end;
     if (limits_.arenaBytes - begin >= limits_.listingBytes) return begin;
-    for (std::size_t index = firstHeld_; index < levels_.size(); ++index) {
-        Level& level = levels_[index];
+    for (std::size_t index = firstHeld_; index < levels_.count(); ++index) {
+        WalkLevel& level = levels_[index];
         level.complete = level.isFinished();
         level.mustSeek = true;
         level.begin = level.position = level.end = 0;
     }
-    firstHeld_ = levels_.size();
+    firstHeld_ = levels_.count();
     return 0;
-}
-
-// Descriptors
-
-int DirectoryWalker::openFolder(int folder, const char* name, int flags) {
-    int opened = -1;
-    do {
-        opened = calls_.open(folder, name, kFolderFlags | flags);
-    } while (opened < 0 && errno == EINTR);
-    return opened;
-}
-
-int DirectoryWalker::openChild(int folder, const char* name) {
-    // The root, and the one on the way back, have their own.
-    if (open_ + 3 > limits_.descriptors) closeShallowest();
-    int opened = openFolder(folder, name, O_NOFOLLOW);
-    while (opened < 0 && (errno == EMFILE || errno == ENFILE) && closeShallowest())
-        opened = openFolder(folder, name, O_NOFOLLOW);
-    return opened;
-}
-
-void DirectoryWalker::closeFolder(int folder) {
-    if (folder < 0 || folder == rootFolder_) return;
-    calls_.close(folder);
-    --open_;
-}
-
-/// Never the one on top, which is in use. False when there is none to close.
-bool DirectoryWalker::closeShallowest() {
-    for (; firstOpen_ + 1 < levels_.size(); ++firstOpen_) {
-        Level& level = levels_[firstOpen_];
-        if (level.folder < 0 || level.folder == rootFolder_) continue;
-        if (!level.isFinished() || options_.wantsLeft) note(level);
-        closeFolder(level.folder);
-        level.folder = -1;
-        level.mustSeek = true;
-        return true;
-    }
-    return false;
-}
-
-void DirectoryWalker::note(Level& level) {
-    struct statx status {};
-    int result = -1;
-    do {
-        result = calls_.status(level.folder, "", kStatxLook | AT_EMPTY_PATH, STATX_INO, status);
-    } while (result != 0 && errno == EINTR);
-    level.noted = result == 0;
-    level.device = std::uint64_t{status.stx_dev_major} << 32U | status.stx_dev_minor;
-    level.inode = status.stx_ino;
-}
-
-bool DirectoryWalker::isNoted(const Level& level, int folder) {
-    if (folder < 0) return false;
-    Level found;
-    found.folder = folder;
-    note(found);
-    return level.noted && found.noted && found.device == level.device && found.inode == level.inode;
-}
-
-/// From a descriptor that is `up` folders below. Given up when it isn't there any more.
-void DirectoryWalker::reopen(Level& level, int below, std::size_t up) {
-    int folder = below >= 0 ? openAbove(below, up) : -1;
-    if (!isNoted(level, folder)) {
-        if (folder >= 0) calls_.close(folder);
-        folder = openByNames(level);
-        if (!isNoted(level, folder)) {
-            if (folder >= 0) calls_.close(folder);
-            giveUp(level);
-            return;
-        }
-    }
-    ++open_;
-    level.folder = folder;
-    firstOpen_ = std::min(firstOpen_, static_cast<std::size_t>(&level - levels_.data()));
-}
-
-int DirectoryWalker::openAbove(int folder, std::size_t up) {
-    // What one call takes of "../../..", well below PATH_MAX.
-    constexpr std::size_t most = 1'000;
-    int current = folder;
-    while (current >= 0 && up > 0) {
-        const std::size_t count = std::min(up, most);
-        std::string steps = "..";
-        for (std::size_t i = 1; i < count; ++i)
-            steps.append("/..");
-        const int next = openFolder(current, steps.c_str(), 0);
-        if (current != folder) calls_.close(current);
-        current = next;
-        up -= count;
-    }
-    return current;
-}
-
-int DirectoryWalker::openByNames(const Level& level) {
-    int current = rootFolder_;
-    std::string_view names = std::string_view(path_).substr(0, level.pathLength);
-    names.remove_prefix(pathBeforeNames(root_).size());
-    while (current >= 0 && !names.empty()) {
-        names.remove_prefix(1);
-        const std::string name(names.substr(0, names.find('/')));
-        names.remove_prefix(name.size());
-        const int next = openFolder(current, name.c_str(), O_NOFOLLOW);
-        if (current != rootFolder_) calls_.close(current);
-        current = next;
-    }
-    return current == rootFolder_ ? -1 : current;
 }
 
 }  // namespace tavrin

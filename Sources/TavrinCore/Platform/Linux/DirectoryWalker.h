@@ -9,11 +9,7 @@
 //   back.
 // - A folder with nothing left to visit leaves the stack before its last subfolder is entered. So a chain of folders of
 //   any length costs no more than its path.
-// - When too many descriptors are open, the ones nearest to the root are closed. On the way back ".." leads there. It
-// may
-//   lead elsewhere, when somebody moved the tree meanwhile: then the folder isn't the one that was noted (device and
-//   inode), and the walk looks for it by name from the root, without following links. When that fails too, the folder
-//   is gone from the tree, and so is what was left of it.
+// - Its descriptors are few, however deep the tree: WalkLevels.h.
 // - What is mounted below the root is looked up once, when the first folder is entered, in a table that the kernel has
 //   in memory. Mounts that may wait are passed over by their path, before any call names them.
 #pragma once
@@ -21,6 +17,7 @@
 #include "TavrinCore/Platform/DirectoryWalk.h"
 #include "TavrinCore/Platform/Linux/ListedEntry.h"
 #include "TavrinCore/Platform/Linux/WalkCalls.h"
+#include "TavrinCore/Platform/Linux/WalkLevels.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -33,7 +30,7 @@ namespace tavrin {
 
 /// How much a walk may hold. Tests take less, to be at the bounds soon.
 struct WalkLimits {
-    /// At least 4: the root, a folder, the one above it and the one on the way.
+    /// At least 4: see WalkLevels.
     std::size_t descriptors = 64;
     /// What one getdents64 gets. At least 1 KiB, so that half of it takes the longest name.
     std::size_t listingBytes = std::size_t{64} * 1024;
@@ -84,39 +81,11 @@ class DirectoryWalker {
   public:
     DirectoryWalker(const URL& root, const WalkOptions& options, WalkVisitor& visitor, WalkCalls& calls = walkCalls(),
                     const WalkLimits& limits = {});
-    ~DirectoryWalker();
-    DirectoryWalker(const DirectoryWalker&) = delete;
-    DirectoryWalker& operator=(const DirectoryWalker&) = delete;
 
     /// Once. False when the visitor stopped it.
     bool run();
 
   private:
-    /// A folder whose entries are being visited.
-    struct Level {
-        /// -1 while it is closed, and when it was given up.
-        int folder = -1;
-        /// The listing came to its end.
-        bool complete = false;
-        /// The descriptor doesn't stand behind what is in the arena.
-        bool mustSeek = false;
-        /// Device and inode, noted when it was closed.
-        bool noted = false;
-        std::uint64_t device = 0;
-        std::uint64_t inode = 0;
-        /// Of its entries.
-        std::size_t depth = 1;
-        std::size_t pathLength = 0;
-        /// Its listing in the arena: where it begins, what is left of it.
-        std::size_t begin = 0;
-        std::size_t position = 0;
-        std::size_t end = 0;
-        /// d_off of the last entry that was used.
-        std::int64_t consumed = 0;
-
-        [[nodiscard]] bool isFinished() const { return complete && position == end; }
-    };
-
     bool openRoot();
     bool step();
     bool visit(const ListedEntry& listed);
@@ -125,22 +94,11 @@ class DirectoryWalker {
     bool leave();
     bool tellLeft(bool& again);
 
-    bool refill(Level& level);
-    void skipDots(Level& level);
-    [[nodiscard]] std::string_view listing(const Level& level) const;
+    bool refill(WalkLevel& level);
+    void skipDots(WalkLevel& level);
+    [[nodiscard]] std::string_view listing(const WalkLevel& level) const;
     std::size_t placeForListing();
 
-    [[nodiscard]] int openFolder(int folder, const char* name, int flags);
-    [[nodiscard]] int openChild(int folder, const char* name);
-    void closeFolder(int folder);
-    bool closeShallowest();
-    void note(Level& level);
-    [[nodiscard]] bool isNoted(const Level& level, int folder);
-    void reopen(Level& level, int below, std::size_t up);
-    [[nodiscard]] int openAbove(int folder, std::size_t up);
-    [[nodiscard]] int openByNames(const Level& level);
-
-    void giveUp(Level& level);
     void fail(std::size_t pathLength, int error);
     void failEntry(const PlacedEntry& entry, int error);
 
@@ -151,16 +109,10 @@ class DirectoryWalker {
     WalkLimits limits_;
     unsigned fields_;
 
-    /// The path of the folder on top; empty for "/". Grows and shrinks with the stack.
-    std::string path_;
+    WalkLevels levels_;
     PlacedEntry entry_;
-    std::vector<Level> levels_;
     std::unique_ptr<char[]> arena_;
-    /// Stays open to the end, as the place to look from.
-    int rootFolder_ = -1;
-    std::size_t open_ = 0;
-    /// Below this index, levels are closed (but the root), and below the other, their listings are let go.
-    std::size_t firstOpen_ = 0;
+    /// Below this index, the listings of levels are let go.
     std::size_t firstHeld_ = 0;
     /// Paths of mounts that aren't entered, from the first folder on that may be one.
     std::optional<std::vector<std::string>> waitingMounts_;
