@@ -9,7 +9,6 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <fstream>
 #include <utility>
 
@@ -60,21 +59,7 @@ void makeHome(const fs::path& home) {
     ::setenv("QT_QUICK_BACKEND", "software", 1);
 }
 
-double processor(clockid_t clock) {
-    timespec now{};
-    ::clock_gettime(clock, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
-
 }  // namespace
-
-double processorOfThread() {
-    return processor(CLOCK_THREAD_CPUTIME_ID);
-}
-
-double processorOfProcess() {
-    return processor(CLOCK_PROCESS_CPUTIME_ID);
-}
 
 bool turnUntil(const std::function<bool()>& isTrue) {
     const QDeadlineTimer deadline(30'000);

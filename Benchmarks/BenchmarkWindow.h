@@ -18,10 +18,6 @@
 
 namespace tavrin::benchmarks {
 
-/// Seconds that the processor has spent for this thread, and for the whole process.
-[[nodiscard]] double processorOfThread();
-[[nodiscard]] double processorOfProcess();
-
 /// Turns the event loop until it is so; false when that takes more than half a minute.
 bool turnUntil(const std::function<bool()>& isTrue);
 /// Turns the event loop, which sleeps while there is nothing to do.

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 
 namespace tavrin::benchmarks {
@@ -21,18 +22,24 @@ double seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
-double processorSeconds(int who) {
+double spentBy(int who) {
     rusage usage{};
     ::getrusage(who, &usage);
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+double processorSeconds(clockid_t clock) {
+    timespec now{};
+    ::clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
 Cost measured(int who, const std::function<void()>& work) {
-    const double processorBefore = processorSeconds(who);
+    const double processorBefore = spentBy(who);
     const auto begin = std::chrono::steady_clock::now();
     work();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-    return {.clock = took.count(), .processor = processorSeconds(who) - processorBefore};
+    return {.clock = took.count(), .processor = spentBy(who) - processorBefore};
 }
 
 void runProgram(const std::vector<std::string>& command) {
@@ -58,6 +65,14 @@ long peakKiB() {
 }
 
 }  // namespace
+
+double processorOfThread() {
+    return processorSeconds(CLOCK_THREAD_CPUTIME_ID);
+}
+
+double processorOfProcess() {
+    return processorSeconds(CLOCK_PROCESS_CPUTIME_ID);
+}
 
 Cost costOf(const std::function<void()>& work) {
     return measured(RUSAGE_SELF, work);

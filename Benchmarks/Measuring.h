@@ -17,6 +17,10 @@ struct Cost {
     double processor = 0;
 };
 
+/// Seconds that the processor has spent for this thread, and for the whole process.
+[[nodiscard]] double processorOfThread();
+[[nodiscard]] double processorOfProcess();
+
 [[nodiscard]] Cost costOf(const std::function<void()>& work);
 /// The same for a program that is started; its output is thrown away. Nothing when it can't be.
 [[nodiscard]] Cost costOfProgram(const std::vector<std::string>& command);

@@ -15,7 +15,6 @@
 #include <QEventLoop>
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -43,12 +42,6 @@ void makeFiles(const fs::path& root) {
     }
 }
 
-double processorOfThread() {
-    timespec now{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
-
 struct Cost {
     double scan = 0;
     double reports = 0;
@@ -63,16 +56,16 @@ Cost cost(Background& background, const std::shared_ptr<const Scanner>& scanner,
         Background::Lane::work, &owner,
         [scanner, progress] {
             Cost cost;
-            const double before = processorOfThread();
+            const double before = benchmarks::processorOfThread();
             (void)scanner->scan(
                 [&cost, &progress](const ScanProgress& report) {
-                    const double begin = processorOfThread();
+                    const double begin = benchmarks::processorOfThread();
                     progress(report);
-                    cost.reports += processorOfThread() - begin;
+                    cost.reports += benchmarks::processorOfThread() - begin;
                     ++cost.count;
                 },
                 [] { return false; });
-            cost.scan = processorOfThread() - before;
+            cost.scan = benchmarks::processorOfThread() - before;
             return cost;
         },
         [&result](const Cost& taken) { result = taken; });

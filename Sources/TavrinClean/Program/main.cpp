@@ -38,7 +38,7 @@ void furnish(tavrin::MainWindow& window, QQmlEngine& engine, const tavrin::Motio
                      [&engine](bool reduced) { tavrin::setReducedMotion(engine, reduced); });
     tavrin::afterNextFrame(window, [] {
         tavrin::logStart("first screen");
-        QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/org.tavrin.Clean.svg")));
+        QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/%1.svg").arg(tavrin::programId)));
     });
 }
 
