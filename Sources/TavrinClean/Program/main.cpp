@@ -7,6 +7,7 @@
 #include "TavrinClean/Program/FirstFrame.h"
 #include "TavrinClean/Program/GraphicsProbe.h"
 #include "TavrinClean/Program/MainWindow.h"
+#include "TavrinClean/Theme/FileThreads.h"
 #include "TavrinClean/Theme/InstallTheme.h"
 #include "TavrinCore/Strings.h"
 
@@ -19,6 +20,8 @@
 #include <memory>
 
 namespace {
+
+using namespace std::chrono_literals;
 
 std::unique_ptr<QGuiApplication> startApplication(int& argc, char** argv) {
     const tavrin::DisplayCheck check;
@@ -71,7 +74,7 @@ int main(int argc, char** argv) {
     QObject::connect(&instance, &tavrin::SingleInstance::activated, &window, &tavrin::MainWindow::bringToFront);
     window.show();
     const int status = QGuiApplication::exec();
-    // A scan that hangs in a file system that doesn't answer must not keep the program.
-    if (!app.stopWork(std::chrono::seconds(2))) std::_Exit(status);
+    // A scan or a preview that hangs in a file system that doesn't answer must not keep the program.
+    if (!app.stopWork(2s) || !tavrin::finishReadingFiles(500ms)) std::_Exit(status);
     return status;
 }

@@ -1,6 +1,7 @@
 #include "FileImages.h"
 
 #include "FileKind.h"
+#include "FileThreads.h"
 #include "PictureReader.h"
 #include "SymbolTable.h"
 #include "TavrinCore/Models/URL.h"
@@ -15,7 +16,6 @@
 namespace tavrin {
 namespace {
 
-constexpr int thumbnailThreads = 2;
 constexpr int defaultSide = 256;
 constexpr auto idEncoding = QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals;
 
@@ -96,12 +96,8 @@ QImage FileIconImages::requestImage(const QString& id, QSize* size, const QSize&
     return image;
 }
 
-ThumbnailImages::ThumbnailImages() {
-    pool_.setMaxThreadCount(thumbnailThreads);
-}
-
 ThumbnailImages::~ThumbnailImages() {
-    pool_.waitForDone();
+    fileThreads().waitForDone();
 }
 
 QQuickImageResponse* ThumbnailImages::requestImageResponse(const QString& id, const QSize& requestedSize) {
@@ -112,7 +108,7 @@ QQuickImageResponse* ThumbnailImages::requestImageResponse(const QString& id, co
     const int side = requestedSize.isEmpty() ? defaultSide : std::max(requestedSize.width(), requestedSize.height());
     auto* response = new ThumbnailResponse(URL::fromAbsoluteString(text.toStdString()).value_or(URL()), {side, side},
                                            isSquare ? std::optional(share) : std::nullopt);
-    pool_.start(response);
+    fileThreads().start(response);
     return response;
 }
 

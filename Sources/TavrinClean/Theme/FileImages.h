@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QQuickAsyncImageProvider>
-#include <QThreadPool>
 
 namespace tavrin {
 
@@ -45,14 +44,11 @@ class FileIconImages : public QQuickImageProvider {
 /// "image://thumbnail/ID", with the IDs that FileImages gives.
 class ThumbnailImages : public QQuickAsyncImageProvider {
   public:
-    ThumbnailImages();
+    ThumbnailImages() = default;
+    /// Waits for those on their way.
     ~ThumbnailImages() override;
 
     QQuickImageResponse* requestImageResponse(const QString& id, const QSize& requestedSize) override;
-
-  private:
-    // Its own threads: decoding a folder of photographs must not hold up other background work.
-    QThreadPool pool_;
 };
 
 }  // namespace tavrin

@@ -1,13 +1,13 @@
 #include "QuickLook.h"
 
 #include "FileKind.h"
+#include "FileThreads.h"
 #include "TavrinCore/Models/URL.h"
 #include "TavrinCore/Platform/FileReader.h"
 #include "TavrinCore/Platform/FileStatus.h"
 #include "TavrinCore/Scanning/ByteFormatter.h"
 #include "TavrinCore/Scanning/DateText.h"
 
-#include <QThreadPool>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -75,15 +75,16 @@ void QuickLook::show(const QString& url) {
     Q_EMIT urlChanged();
     Q_EMIT factsChanged();
 
-    // A disk may take its time.
-    QThreadPool::globalInstance()->start([address = address_, url, file = *parsed] {
+    // A disk may take its time. Somebody waits for this one, so it goes before the thumbnails that are queued.
+    const auto look = [address = address_, url, file = *parsed] {
         PreviewFacts facts = previewFacts(file);
         const std::lock_guard lock(address->mutex);
         if (QuickLook* preview = address->preview)
             QMetaObject::invokeMethod(
                 preview, [preview, url, facts = std::move(facts)] { preview->receive(url, facts); },
                 Qt::QueuedConnection);
-    });
+    };
+    fileThreads().start(look, 1);
 }
 
 // What arrives after another file was asked for is dropped.
