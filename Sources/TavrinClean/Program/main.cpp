@@ -1,5 +1,6 @@
 #include "TavrinClean/Kit/AppModel.h"
 #include "TavrinClean/KitModule/KitTypes.h"
+#include "TavrinClean/Platform/EndRequests.h"
 #include "TavrinClean/Platform/MotionPreference.h"
 #include "TavrinClean/Platform/ProgramId.h"
 #include "TavrinClean/Platform/SingleInstance.h"
@@ -72,6 +73,8 @@ int main(int argc, char** argv) {
     tavrin::MainWindow window(engine);
     tavrin::afterNextFrame(window, [&] { furnish(window, engine, motion); });
     QObject::connect(&instance, &tavrin::SingleInstance::activated, &window, &tavrin::MainWindow::bringToFront);
+    const tavrin::EndRequests requests;
+    QObject::connect(&requests, &tavrin::EndRequests::asked, qGuiApp, &QGuiApplication::quit);
     window.show();
     const int status = QGuiApplication::exec();
     // A scan or a preview that hangs in a file system that doesn't answer must not keep the program.
