@@ -70,7 +70,7 @@ double processorTime(const rusage& usage) {
 
 /// One of the operations, timed, with the figures on one line: milliseconds by the clock and by the processor, KiB.
 int runOne(const std::string& operation) {
-    const HistoryStore store;
+    HistoryStore store;
     const std::vector<CleanupRecord> records = operation == "save" ? bigHistory() : std::vector<CleanupRecord>();
     const double processorBefore = processorTime(usageSoFar());
     const auto begin = std::chrono::steady_clock::now();
@@ -119,7 +119,7 @@ std::string damagedBy(std::string text, std::string_view what, std::string_view 
 }
 
 void runAll(const std::string& folder) {
-    const HistoryStore store;
+    HistoryStore store;
     const std::string text = encodeHistory(bigHistory()).value();
     std::printf("history.json of %zu bytes\n", text.size());
     report("load", "load", folder, [&] { write(store, text); });

@@ -184,7 +184,7 @@ void showTrash(const std::vector<TrashedEntry>& entries, Claims& claims) {
 /// Writes the record, then reads the file again as the next start of the program would.
 CleanupRecord remember(const CleanResult& result, Claims& claims) {
     headline("5. The history");
-    const HistoryStore store;
+    HistoryStore store;
     std::vector<CleanupRecord> records = store.load();
     addRecord(records, {.module = title(ModuleKind::systemJunk),
                         .moduleKey = std::string(rawValue(ModuleKind::systemJunk)),
@@ -214,7 +214,7 @@ void putBack(const CleanupRecord& record, Claims& claims) {
                                       }),
                  "nor any note of it");
 
-    const HistoryStore store;
+    HistoryStore store;
     std::vector<CleanupRecord> records = store.load();
     settleRestore(records, record.id, result.pending);
     store.save(records);

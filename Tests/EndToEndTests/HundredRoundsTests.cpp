@@ -64,7 +64,7 @@ CleanResult clean(const std::vector<CleanableItem>& picked) {
 
 /// By way of the history file, as a later start of the program would do it.
 void rememberAndPutBack(const CleanResult& result) {
-    const HistoryStore store;
+    HistoryStore store;
     std::vector<CleanupRecord> records;
     addRecord(records, {.module = "",
                         .moduleKey = std::nullopt,

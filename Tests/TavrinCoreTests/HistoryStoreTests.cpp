@@ -60,7 +60,7 @@ std::string withBadDate(std::string text, std::size_t occurrence) {
 }
 
 TEST_F(HistoryStoreTest, aFirstStartFindsNothingAndWritesNothing) {
-    const HistoryStore store;
+    HistoryStore store;
     EXPECT_EQ(store.fileURL(), file());
     EXPECT_EQ(store.damagedURL(), damaged());
     EXPECT_THAT(store.load(), IsEmpty());
@@ -101,7 +101,7 @@ TEST_F(HistoryStoreTest, onlyTheUserMayReadIt) {
 }
 
 TEST_F(HistoryStoreTest, clearingWritesAnEmptyArrayAndKeepsTheFile) {
-    const HistoryStore store;
+    HistoryStore store;
     EXPECT_TRUE(store.save({record(1)}));
     EXPECT_TRUE(store.save({}));
     EXPECT_EQ(contentsOf(file()), "[]");
@@ -135,7 +135,7 @@ TEST_F(HistoryStoreTest, aBadRecordInTheMiddleCostsThatRecordAndTheOldFileIsKept
 TEST_F(HistoryStoreTest, whatIsNoArrayStaysAsItIsUntilTheNextSave) {
     for (const std::string& text : {std::string("{}"), std::string("not json\0\xFF", 10), std::string("[")}) {
         write(text);
-        const HistoryStore store;
+        HistoryStore store;
         EXPECT_THAT(store.load(), IsEmpty());
         EXPECT_EQ(contentsOf(file()), text);
         EXPECT_EQ(contentsOf(damaged()), text);
@@ -174,6 +174,31 @@ TEST_F(HistoryStoreTest, anUnreadableFileIsAnEmptyHistoryAndNoDamage) {
     EXPECT_FALSE(somethingAt(damaged()));
 }
 
+TEST_F(HistoryStoreTest, aFileThatCouldNotBeReadIsKeptAsideBeforeTheFirstSaveReplacesIt) {
+    const std::string unread = textOf({record(1)});
+    write(unread);
+    test::setMode(file(), 0000);
+    const std::vector<CleanupRecord> later{record(2)};
+    {
+        const test::OrdinaryUser user;
+        HistoryStore store;
+        (void)store.load();
+        EXPECT_TRUE(store.save(later));
+        EXPECT_TRUE(store.save({}));
+        EXPECT_TRUE(store.save(later));
+    }
+    EXPECT_EQ(contentsOf(file()), textOf(later));
+    EXPECT_EQ(contentsOf(damaged()), unread);
+}
+
+TEST_F(HistoryStoreTest, aFileThatCouldBeReadIsNotKeptAside) {
+    write(textOf({record(1)}));
+    HistoryStore store;
+    (void)store.load();
+    EXPECT_TRUE(store.save({record(2)}));
+    EXPECT_FALSE(somethingAt(damaged()));
+}
+
 TEST_F(HistoryStoreTest, aFolderOrAPipeInTheFilesPlaceIsAnEmptyHistory) {
     world.folder("support/Tavrin Clean/history.json/inside");
     EXPECT_THAT(HistoryStore().load(), IsEmpty());
@@ -196,7 +221,7 @@ TEST_F(HistoryStoreTest, whatCannotBeKeptAsideStopsNothing) {
 }
 
 TEST_F(HistoryStoreTest, aFailedSaveLeavesTheOldFileAndTheNextOneSucceeds) {
-    const HistoryStore store;
+    HistoryStore store;
     const std::vector<CleanupRecord> records{record(1)};
     ASSERT_TRUE(store.save(records));
     test::setMode(world / "support/Tavrin Clean", 0500);
@@ -211,7 +236,7 @@ TEST_F(HistoryStoreTest, aFailedSaveLeavesTheOldFileAndTheNextOneSucceeds) {
 }
 
 TEST_F(HistoryStoreTest, aHistoryThatCannotBeEncodedIsNotWritten) {
-    const HistoryStore store;
+    HistoryStore store;
     const std::vector<CleanupRecord> records{record(1)};
     ASSERT_TRUE(store.save(records));
     std::vector<CleanupRecord> endless = records;
@@ -240,7 +265,7 @@ TEST_F(HistoryStoreTest, whereNoFolderCanBeMadeLoadsFindNothingAndSavesFail) {
     const URL taken = world.file("taken");
     const ScopedVariable home("HOME", (taken.path() + "/home").c_str());
     const ScopedVariable dataHome("XDG_DATA_HOME", (taken.path() + "/support").c_str());
-    const HistoryStore store;
+    HistoryStore store;
     EXPECT_EQ(store.fileURL(),
               taken.appendingPathComponent("home/Library/Application Support/Tavrin Clean/history.json"));
     EXPECT_THAT(store.load(), IsEmpty());
@@ -249,7 +274,7 @@ TEST_F(HistoryStoreTest, whereNoFolderCanBeMadeLoadsFindNothingAndSavesFail) {
 
 TEST_F(HistoryStoreTest, withoutApplicationSupportItLiesBelowTheHome) {
     world.file("support", "a file in its place");
-    const HistoryStore store;
+    HistoryStore store;
     EXPECT_EQ(store.fileURL(), world / "Library/Application Support/Tavrin Clean/history.json");
     EXPECT_TRUE(store.save({record(1)}));
     EXPECT_THAT(HistoryStore().load(), SizeIs(1));
@@ -258,7 +283,7 @@ TEST_F(HistoryStoreTest, withoutApplicationSupportItLiesBelowTheHome) {
 TEST_F(HistoryStoreTest, whatACrashLeftBehindIsNeitherReadNorTouched) {
     const URL leftOver =
         world.file("support/Tavrin Clean/.tavrin-E621E1F8-C36C-495A-93FC-0C247A3E6E5F.tmp", textOf({record(9)}));
-    const HistoryStore store;
+    HistoryStore store;
     EXPECT_THAT(store.load(), IsEmpty());
     EXPECT_TRUE(store.save({record(1)}));
     EXPECT_EQ(store.load().at(0).itemCount, 1);

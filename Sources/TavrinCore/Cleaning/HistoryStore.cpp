@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace tavrin {
 namespace {
@@ -42,6 +43,13 @@ void keepAside(const std::string& bytes, const URL& damagedURL) {
     (void)writeAtomically(damagedURL, bytes, kFileMode);
 }
 
+/// What can't be read can still be renamed.
+void moveAside(const URL& fileURL, const URL& damagedURL) {
+    std::error_code ignored;
+    std::filesystem::remove(damagedURL.path(), ignored);
+    std::filesystem::rename(fileURL.path(), damagedURL.path(), ignored);
+}
+
 }  // namespace
 
 HistoryStore::HistoryStore() {
@@ -50,8 +58,9 @@ HistoryStore::HistoryStore() {
     damagedURL_ = folder.appendingPathComponent("history-damaged.json");
 }
 
-std::vector<CleanupRecord> HistoryStore::load() const {
+std::vector<CleanupRecord> HistoryStore::load() {
     const Result<std::string> bytes = readSmallFile(fileURL_, kMaxBytes);
+    isUnread_ = !bytes && !bytes.error().meansMissing();
     if (!bytes || bytes->empty()) return {};
     DecodedHistory history = decodeHistory(*bytes);
     if (history.isIntact) return std::move(history.records);
@@ -60,8 +69,9 @@ std::vector<CleanupRecord> HistoryStore::load() const {
     return std::move(history.records);
 }
 
-bool HistoryStore::save(const std::vector<CleanupRecord>& records) const {
+bool HistoryStore::save(const std::vector<CleanupRecord>& records) {
     const std::optional<std::string> text = encodeHistory(records);
+    if (text && std::exchange(isUnread_, false)) moveAside(fileURL_, damagedURL_);
     return text && writeAtomically(fileURL_, *text, kFileMode).ok();
 }
 

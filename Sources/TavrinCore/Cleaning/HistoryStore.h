@@ -19,22 +19,25 @@ class HistoryStore {
     HistoryStore();
 
     [[nodiscard]] const URL& fileURL() const { return fileURL_; }
-    /// The latest damaged file, byte for byte. There is never more than this one.
+    /// The latest file that was damaged or couldn't be read, byte for byte. There is never more than this one.
     [[nodiscard]] const URL& damagedURL() const { return damagedURL_; }
 
     /// The records of the file, newest first. None for a missing file or one without a byte: the first start.
     ///
     /// Of a damaged file, a copy is put aside and what is whole comes back; when that is anything, it is also written
-    /// to the file. Otherwise the file stays as it is until the next save.
-    [[nodiscard]] std::vector<CleanupRecord> load() const;
+    /// to the file. Otherwise the file stays as it is until the next save. So does one that can't be read, such as one
+    /// that belongs to another user: that save puts it aside, since nobody knows what it holds.
+    [[nodiscard]] std::vector<CleanupRecord> load();
 
     /// Writes the whole list in place of the file, or leaves the file untouched and gives false. A caller may go on
     /// either way: the next save tries again.
-    bool save(const std::vector<CleanupRecord>& records) const;  // NOLINT(modernize-use-nodiscard)
+    bool save(const std::vector<CleanupRecord>& records);  // NOLINT(modernize-use-nodiscard)
 
   private:
     URL fileURL_;
     URL damagedURL_;
+    /// Something stands in the file's place that this has never read.
+    bool isUnread_ = false;
 };
 
 }  // namespace tavrin
