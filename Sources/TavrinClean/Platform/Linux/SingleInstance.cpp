@@ -1,19 +1,24 @@
 // A well-known name on the session bus, and the interface org.freedesktop.Application of the Desktop Entry
-// Specification 1.5, which desktops use as well.
+// Specification 1.5, which desktops use as well. Beyond the bus's reach, a lock on the folder of the history
+// (flock(2)), which goes with the process that holds it, however that ends.
 #include "TavrinClean/Platform/SingleInstance.h"
 
 #include "SingleInstanceAdaptor.h"
 #include "TavrinClean/Platform/Linux/ActivationToken.h"
 #include "TavrinClean/Platform/Linux/SessionBus.h"
 #include "TavrinClean/Platform/ProgramId.h"
+#include "TavrinCore/Cleaning/HistoryStore.h"
 #include "TavrinCore/Platform/Folders.h"
 
+#include <fcntl.h>
 #include <pwd.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <cerrno>
 #include <optional>
 #include <vector>
 
@@ -71,7 +76,16 @@ SingleInstance::SingleInstance(QObject* parent) : QObject(parent) {
     new SingleInstanceAdaptor(this);
 }
 
+SingleInstance::~SingleInstance() {
+    if (historyFolder_ >= 0) ::close(historyFolder_);
+}
+
 SingleInstance::Start SingleInstance::claim() {
+    const Start start = claimName();
+    return start == Start::first && !claimHistory() ? Start::otherIsStuck : start;
+}
+
+SingleInstance::Start SingleInstance::claimName() {
     if (!hasSessionBus()) return Start::first;
     QDBusConnection bus = QDBusConnection::sessionBus();
     // Before the name: who finds the name must find somebody behind it.
@@ -80,6 +94,13 @@ SingleInstance::Start SingleInstance::claim() {
     if (ownsName(bus, name).value_or(true)) return Start::first;
     bus.unregisterObject(path());
     return activate(bus, name) ? Start::handedOver : Start::otherIsStuck;
+}
+
+/// False only when somebody else holds it: a disk that knows no locks must not keep anybody out.
+bool SingleInstance::claimHistory() {
+    const std::string folder = HistoryStore().fileURL().deletingLastPathComponent().path();
+    historyFolder_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return historyFolder_ < 0 || ::flock(historyFolder_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 }  // namespace tavrin
