@@ -39,7 +39,8 @@ std::vector<CleanableItem> find(ModuleKind kind) {
     }
 }
 
-CleanResult clean(std::span<const CleanableItem> items, const ProgressCallback&, const CancellationCallback&) {
+CleanResult clean(std::span<const CleanableItem> items, const ProgressCallback&, const CancellationCallback&,
+                  const TrashedCallback&) {
     return {.removedItems = 2,
             .reclaimedBytes = 10'000'000,
             .failures = {{.url = items.back().url, .reason = "It can't be moved."}}};

@@ -337,8 +337,8 @@ TEST(AppModelEnd, whatAStoppedCleanHasMovedIsWrittenDown) {
     const HistoryWorld folders;
     world.finds({ticked(finding("moved", 5)), ticked(finding("spared", 5))});
     world.services.clean = [&world](std::span<const CleanableItem> items, const ProgressCallback& progress,
-                                    const CancellationCallback& isCancelled) {
-        CleanResult result = Cleaner(world.disk).clean(items.first(1), progress, neverCancelled);
+                                    const CancellationCallback& isCancelled, const TrashedCallback& onTrashed) {
+        CleanResult result = Cleaner(world.disk).clean(items.first(1), progress, neverCancelled, onTrashed);
         while (!isCancelled())
             std::this_thread::yield();
         return result;
@@ -353,6 +353,36 @@ TEST(AppModelEnd, whatAStoppedCleanHasMovedIsWrittenDown) {
     EXPECT_EQ(flow.phase(), ModuleViewModel::Phase::done);
     EXPECT_NE(contentsOf(file).find("moved"), std::string::npos);
     EXPECT_EQ(contentsOf(file).find("spared"), std::string::npos);
+}
+
+// As a start finds it whose forerunner was killed in the middle of a clean.
+TEST_F(History, whatACleanHasMovedIsKnownBeforeItsEnd) {
+    Gate gate;
+    world.finds({ticked(finding("first", 5)), ticked(finding("second", 7))});
+    world.disk.standing = {"/home/me/first", "/home/me/second"};
+    world.services.clean = [this, &gate](std::span<const CleanableItem> items, const ProgressCallback& progress,
+                                         const CancellationCallback& isCancelled, const TrashedCallback& onTrashed) {
+        CleanResult result = Cleaner(world.disk).clean(items, progress, isCancelled, onTrashed);
+        gate.pass();
+        return result;
+    };
+    ModuleViewModel flow(ModuleKind::systemJunk, world.services);
+    flow.setHistory(history.get());
+    flow.startScan();
+    world.settle();
+    flow.clean();
+    const auto hasJournal = [this] {
+        const std::vector<UnfinishedClean> found = unfinishedCleans(folders.folder / "Tavrin Clean");
+        return found.size() == 1 && found[0].record && found[0].record->entries.size() == 2;
+    };
+    world.waitUntil(hasJournal);
+    EXPECT_EQ(history->count(), 0);
+    gate.open();
+    world.settle();
+    ASSERT_EQ(history->count(), 1);
+    EXPECT_EQ(history->records().front().itemCount, 2);
+    EXPECT_EQ(onDisk(), history->records());
+    EXPECT_TRUE(unfinishedCleans(folders.folder / "Tavrin Clean").empty());
 }
 
 TEST(AppModelEnd, whatIsBeingPutBackIsWaitedForAndSettled) {

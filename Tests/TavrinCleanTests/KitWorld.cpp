@@ -74,10 +74,10 @@ KitWorld::KitWorld() {
         return std::make_unique<FakeScanner>(kind, scan);
     };
     services.clean = [this](std::span<const CleanableItem> items, const ProgressCallback& progress,
-                            const CancellationCallback& isCancelled) {
+                            const CancellationCallback& isCancelled, const TrashedCallback& onTrashed) {
         cleaned.emplace_back(items.begin(), items.end());
         if (beforeClean) beforeClean(progress, isCancelled);
-        return Cleaner(disk).clean(items, progress, isCancelled);
+        return Cleaner(disk).clean(items, progress, isCancelled, onTrashed);
     };
     services.restore = [this](std::span<const TrashedEntry> entries) { return Cleaner(disk).restore(entries); };
     services.notify = [this](const std::string& title, const std::string& body) { banners.emplace_back(title, body); };

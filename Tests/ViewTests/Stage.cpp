@@ -119,9 +119,8 @@ ModuleServices services(const std::shared_ptr<Script>& script) {
     ModuleServices fakes = ModuleServices::real();
     fakes.makeScanner = [script](ModuleKind kind) { return std::make_unique<FakeScanner>(kind, script); };
     fakes.clean = [script](std::span<const CleanableItem> items, const ProgressCallback& progress,
-                           const CancellationCallback& isCancelled) {
-        return clean(*script, items, progress, isCancelled);
-    };
+                           const CancellationCallback& isCancelled,
+                           const TrashedCallback&) { return clean(*script, items, progress, isCancelled); };
     fakes.restore = [script](std::span<const TrashedEntry> entries) { return restore(*script, entries); };
     fakes.notify = [script](const std::string& title, const std::string&) {
         script->note(QStringLiteral("banner ") + QString::fromStdString(title));

@@ -20,14 +20,23 @@ std::int64_t HistoryModel::totalReclaimed() const {
     return tavrin::totalReclaimed(records_);
 }
 
+std::shared_ptr<CleanJournal> HistoryModel::journal(const std::string& module,
+                                                    const std::optional<std::string>& moduleKey) const {
+    return store_.journal(module, moduleKey);
+}
+
 void HistoryModel::add(const std::string& module, const std::optional<std::string>& moduleKey,
-                       const CleanResult& result) {
-    const bool added = addRecord(records_, {.module = module,
-                                            .moduleKey = moduleKey,
-                                            .removedItems = result.removedItems,
-                                            .reclaimedBytes = result.reclaimedBytes,
-                                            .restorable = result.restorable});
-    if (added) save();
+                       const CleanResult& result, const std::shared_ptr<CleanJournal>& journal) {
+    const bool added = addRecord(records_,
+                                 {.module = module,
+                                  .moduleKey = moduleKey,
+                                  .removedItems = result.removedItems,
+                                  .reclaimedBytes = result.reclaimedBytes,
+                                  .restorable = result.restorable},
+                                 Date::now(), journal != nullptr ? journal->id() : UUID::random());
+    if (!added) return;
+    if (journal != nullptr) store_.settle(*journal);
+    save();
 }
 
 void HistoryModel::clear() {

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -40,8 +41,12 @@ class HistoryModel : public QObject {
     [[nodiscard]] const URL& fileURL() const { return store_.fileURL(); }
     [[nodiscard]] const URL& damagedURL() const { return store_.damagedURL(); }
 
-    /// A clean has ended. One that removed nothing leaves no record.
-    void add(const std::string& module, const std::optional<std::string>& moduleKey, const CleanResult& result);
+    /// A clean begins: what it moves is noted there as it goes, so that nothing is forgotten if its end never comes.
+    [[nodiscard]] std::shared_ptr<CleanJournal> journal(const std::string& module,
+                                                        const std::optional<std::string>& moduleKey) const;
+    /// A clean has ended, and its journal has done its work. One that removed nothing leaves no record.
+    void add(const std::string& module, const std::optional<std::string>& moduleKey, const CleanResult& result,
+             const std::shared_ptr<CleanJournal>& journal = nullptr);
     /// Forgets every record. Nothing leaves the Trash.
     void clear();
     /// Puts a record's entries back, off the main thread; `done` is called on it, unless `owner` is gone by then. The

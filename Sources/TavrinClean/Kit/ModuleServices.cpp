@@ -13,8 +13,10 @@ ModuleServices ModuleServices::real() {
     return {
         .background = std::make_shared<Background>(),
         .makeScanner = ScannerFactory::makeScanner,
-        .clean = [](std::span<const CleanableItem> items, const ProgressCallback& progress,
-                    const CancellationCallback& isCancelled) { return Cleaner().clean(items, progress, isCancelled); },
+        .clean =
+            [](std::span<const CleanableItem> items, const ProgressCallback& progress,
+               const CancellationCallback& isCancelled,
+               const TrashedCallback& onTrashed) { return Cleaner().clean(items, progress, isCancelled, onTrashed); },
         .restore = [](std::span<const TrashedEntry> entries) { return Cleaner().restore(entries); },
         .notify = Notifier::notify,
         .requestNotifications = Notifier::requestAuthorization,

@@ -14,8 +14,8 @@
 
 namespace tavrin {
 
-using CleanFunction =
-    std::function<CleanResult(std::span<const CleanableItem>, const ProgressCallback&, const CancellationCallback&)>;
+using CleanFunction = std::function<CleanResult(std::span<const CleanableItem>, const ProgressCallback&,
+                                                const CancellationCallback&, const TrashedCallback&)>;
 
 struct ModuleServices {
     /// Where all work is done that isn't done on the main thread. The last to hold it must be the main thread, so no

@@ -86,7 +86,10 @@ ScanOutcome ScanTask::operator()() const noexcept {
 CleanOutcome CleanTask::operator()() const {
     Split parts = split(*findings, ticks);
     CleanOutcome outcome = std::move(parts.outcome);
-    outcome.result = clean(parts.actionable, progress, isCancelled);
+    outcome.result = clean(parts.actionable, progress, isCancelled, [this](const TrashedEntry& entry, auto bytes) {
+        if (journal != nullptr) journal->note(entry, bytes);
+    });
+    outcome.journal = journal;
     outcome.findings = std::make_shared<const Findings>(*findings, outcome.left);
     outcome.arrangement = arranged(outcome.findings, sortOrder, installDate);
     outcome.base = findings;

@@ -5,6 +5,7 @@
 #include "TavrinClean/Kit/Arrangement.h"
 #include "TavrinClean/Kit/ModuleServices.h"
 #include "TavrinClean/Kit/Selection.h"
+#include "TavrinCore/Cleaning/CleanJournal.h"
 
 #include <memory>
 #include <optional>
@@ -54,6 +55,7 @@ struct CleanOutcome {
     std::shared_ptr<const Arrangement> arrangement = nullptr;
     /// Where each of `findings` stood in `base`.
     std::vector<std::uint32_t> left = {};
+    std::shared_ptr<CleanJournal> journal = nullptr;
 };
 
 struct CleanTask {
@@ -61,6 +63,8 @@ struct CleanTask {
     std::vector<std::uint8_t> ticks;
     SortOrder sortOrder = SortOrder::sizeDesc;
     CleanFunction clean;
+    /// Where each move is noted; none when nobody keeps a history.
+    std::shared_ptr<CleanJournal> journal;
     InstallDate installDate;
     ProgressCallback progress;
     CancellationCallback isCancelled;

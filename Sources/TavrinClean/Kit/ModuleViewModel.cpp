@@ -97,15 +97,20 @@ void ModuleViewModel::clean() {
                                          .ticks = selection_.ticks(),
                                          .sortOrder = sortOrder_,
                                          .clean = services_->clean,
+                                         .journal = journal(),
                                          .installDate = services_->installDate,
                                          .progress = mailbox_.callback(),
                                          .isCancelled = cancellation()},
                                [this](CleanOutcome outcome) { cleanEnded(std::move(outcome)); });
 }
 
+std::shared_ptr<CleanJournal> ModuleViewModel::journal() const {
+    return history_.isNull() ? nullptr : history_->journal(title(kind_), std::string(rawValue(kind_)));
+}
+
 void ModuleViewModel::cleanEnded(CleanOutcome outcome) {
     mailbox_.flush();
-    if (!history_.isNull()) history_->add(title(kind_), std::string(rawValue(kind_)), outcome.result);
+    if (!history_.isNull()) history_->add(title(kind_), std::string(rawValue(kind_)), outcome.result, outcome.journal);
     keep(outcome);
     done_ = {.reclaimed = outcome.result.reclaimedBytes,
              .removed = outcome.result.removedItems,

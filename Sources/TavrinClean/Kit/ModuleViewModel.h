@@ -20,6 +20,7 @@
 
 namespace tavrin {
 
+class CleanJournal;
 class HistoryModel;
 struct CleanOutcome;
 struct ScanOutcome;
@@ -131,6 +132,7 @@ class ModuleViewModel : public QObject {
   private:
     void scanEnded(std::uint64_t generation, ScanOutcome outcome);
     void scanFailed(const ScanOutcome& outcome);
+    [[nodiscard]] std::shared_ptr<CleanJournal> journal() const;
     void cleanEnded(CleanOutcome outcome);
     void keep(CleanOutcome& outcome);
     void tell(const CleanOutcome& outcome);

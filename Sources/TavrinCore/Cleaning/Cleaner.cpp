@@ -16,7 +16,8 @@ using Act = std::function<Result<std::optional<URL>>(HeldItem&)>;
 /// One clean from its first path to its last.
 class Run {
   public:
-    Run(FileEffects& effects, Act act) : effects_(effects), act_(std::move(act)) {}
+    Run(FileEffects& effects, Act act, const TrashedCallback& onTrashed = {})
+        : effects_(effects), act_(std::move(act)), onTrashed_(onTrashed) {}
 
     [[nodiscard]] CleanResult over(std::span<const URL> urls, const ProgressCallback& progress,
                                    const CancellationCallback& isCancelled) {
@@ -53,13 +54,16 @@ class Run {
         if (!went) return refuse(url, went.error().localizedDescription);
         result_.removedItems += 1;
         result_.reclaimedBytes += size;
-        if (*went) result_.restorable.push_back({.original = url, .trashed = std::move(**went)});
+        if (!*went) return;
+        result_.restorable.push_back({.original = url, .trashed = std::move(**went)});
+        if (onTrashed_) onTrashed_(result_.restorable.back(), size);
     }
 
     void refuse(const URL& url, std::string reason) { result_.failures.push_back({url, std::move(reason)}); }
 
     FileEffects& effects_;
     Act act_;
+    TrashedCallback onTrashed_;
     CleanResult result_;
 };
 
@@ -91,8 +95,9 @@ Outcome putBack(FileEffects& effects, const TrashedEntry& entry) {
 }  // namespace
 
 CleanResult Cleaner::clean(std::span<const CleanableItem> items, const ProgressCallback& progress,
-                           const CancellationCallback& isCancelled) const {
-    Run run(*effects_, [this](HeldItem& held) { return effects_->trashItem(held); });
+                           const CancellationCallback& isCancelled, const TrashedCallback& onTrashed) const {
+    Run run(
+        *effects_, [this](HeldItem& held) { return effects_->trashItem(held); }, onTrashed);
     return run.over(flattened(items), progress, isCancelled);
 }
 

@@ -7,6 +7,7 @@
 #include "TavrinCore/Platform/FileEffects.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ struct RestoreResult {
     friend bool operator==(const RestoreResult&, const RestoreResult&) = default;
 };
 
+/// Hears of each path right after it went to the Trash: where it is now, and its bytes.
+using TrashedCallback = std::function<void(const TrashedEntry&, std::int64_t bytes)>;
+
 /// Holds no state, so one can be made wherever it is needed. Runs on the caller's thread from start to end and calls
 /// back on it. Never fails as a whole: what goes wrong is told per path, and the next path follows.
 class Cleaner {
@@ -55,7 +59,8 @@ class Cleaner {
     /// is passed over without a word: so a folder and a child of it may both be given. A cancel is heeded between two
     /// paths; what was done stays done.
     [[nodiscard]] CleanResult clean(std::span<const CleanableItem> items, const ProgressCallback& progress,
-                                    const CancellationCallback& isCancelled) const;
+                                    const CancellationCallback& isCancelled,
+                                    const TrashedCallback& onTrashed = {}) const;
 
     /// The same, but deletes for good: `restorable` stays empty. For the contents of the Trash only.
     [[nodiscard]] CleanResult removePermanently(std::span<const URL> urls, const ProgressCallback& progress,

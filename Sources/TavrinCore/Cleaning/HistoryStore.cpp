@@ -5,6 +5,7 @@
 #include "TavrinCore/Platform/Folders.h"
 #include "TavrinCore/Platform/ReadFile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -59,6 +60,12 @@ HistoryStore::HistoryStore() {
 }
 
 std::vector<CleanupRecord> HistoryStore::load() {
+    std::vector<CleanupRecord> records = loadFile();
+    takeUnfinished(records);
+    return records;
+}
+
+std::vector<CleanupRecord> HistoryStore::loadFile() {
     const Result<std::string> bytes = readSmallFile(fileURL_, kMaxBytes);
     isUnread_ = !bytes && !bytes.error().meansMissing();
     if (!bytes || bytes->empty()) return {};
@@ -72,7 +79,29 @@ std::vector<CleanupRecord> HistoryStore::load() {
 bool HistoryStore::save(const std::vector<CleanupRecord>& records) {
     const std::optional<std::string> text = encodeHistory(records);
     if (text && std::exchange(isUnread_, false)) moveAside(fileURL_, damagedURL_);
-    return text && writeAtomically(fileURL_, *text, kFileMode).ok();
+    if (!text || !writeAtomically(fileURL_, *text, kFileMode)) return false;
+    std::error_code ignored;
+    for (const URL& journal : std::exchange(settled_, {}))
+        std::filesystem::remove(journal.path(), ignored);
+    return true;
+}
+
+std::shared_ptr<CleanJournal> HistoryStore::journal(std::string module, std::optional<std::string> moduleKey) const {
+    return std::make_shared<CleanJournal>(fileURL_.deletingLastPathComponent(), std::move(module),
+                                          std::move(moduleKey));
+}
+
+/// A journal of which the list tells already is one that couldn't be removed in time.
+void HistoryStore::takeUnfinished(std::vector<CleanupRecord>& records) {
+    for (UnfinishedClean& clean : unfinishedCleans(fileURL_.deletingLastPathComponent())) {
+        if (!clean.record) continue;
+        settled_.push_back(std::move(clean.journal));
+        if (std::ranges::find(records, clean.record->id, &CleanupRecord::id) != records.end()) continue;
+        const auto older = std::ranges::find_if(
+            records, [&clean](const CleanupRecord& record) { return record.date <= clean.record->date; });
+        records.insert(older, std::move(*clean.record));
+    }
+    if (!settled_.empty()) save(records);
 }
 
 }  // namespace tavrin

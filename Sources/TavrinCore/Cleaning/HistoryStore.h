@@ -6,8 +6,12 @@
 // One process is expected to use it, from one thread.
 #pragma once
 
+#include "TavrinCore/Cleaning/CleanJournal.h"
 #include "TavrinCore/Cleaning/CleanupRecord.h"
 
+#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tavrin {
@@ -27,17 +31,30 @@ class HistoryStore {
     /// Of a damaged file, a copy is put aside and what is whole comes back; when that is anything, it is also written
     /// to the file. Otherwise the file stays as it is until the next save. So does one that can't be read, such as one
     /// that belongs to another user: that save puts it aside, since nobody knows what it holds.
+    ///
+    /// Cleans whose process ended in the middle of them stand among the records, with what they had moved by then.
     [[nodiscard]] std::vector<CleanupRecord> load();
 
     /// Writes the whole list in place of the file, or leaves the file untouched and gives false. A caller may go on
     /// either way: the next save tries again.
     bool save(const std::vector<CleanupRecord>& records);  // NOLINT(modernize-use-nodiscard)
 
+    /// For a clean that begins now. When it has ended, its record gets the journal's id, and `settle` is told.
+    [[nodiscard]] std::shared_ptr<CleanJournal> journal(std::string module, std::optional<std::string> moduleKey) const;
+    /// The record of that clean stands in the caller's list, or there is nothing to record: the journal goes with the
+    /// next save that the disk takes.
+    void settle(const CleanJournal& journal) { settled_.push_back(journal.url()); }
+
   private:
+    [[nodiscard]] std::vector<CleanupRecord> loadFile();
+    void takeUnfinished(std::vector<CleanupRecord>& records);
+
     URL fileURL_;
     URL damagedURL_;
     /// Something stands in the file's place that this has never read.
     bool isUnread_ = false;
+    /// Journals of cleans that the list of records tells of.
+    std::vector<URL> settled_;
 };
 
 }  // namespace tavrin
