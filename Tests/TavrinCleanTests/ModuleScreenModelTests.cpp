@@ -227,6 +227,19 @@ TEST_F(Screen, theQuestionCanBeDismissed) {
     EXPECT_TRUE(world.cleaned.empty());
 }
 
+TEST_F(Screen, theQuestionIsWithdrawnWhenOtherFindingsAreTickedThanItTellsOf) {
+    const CleanableItem item = finding("a", 5'000);
+    scanned(ModuleKind::systemJunk, {ticked(item), ticked(finding("b", 5'000))});
+    screen->askToClean();
+    ASSERT_TRUE(screen->confirming());
+    screen->toggle(QString::fromStdString(item.id.uuidString()));
+    EXPECT_FALSE(screen->confirming());
+    screen->askToClean();
+    EXPECT_EQ(text(screen->confirmMessage()), S::moduleConfirmMove(1, ByteFormatter::string(5'000)));
+    screen->selectAll();
+    EXPECT_FALSE(screen->confirming());
+}
+
 TEST_F(Screen, withNothingTickedNoQuestionIsPut) {
     scanned(ModuleKind::systemJunk, {finding("a", 5)});
     screen->askToClean();

@@ -117,6 +117,8 @@ void ModuleScreenModel::flowItemsChanged() {
 void ModuleScreenModel::flowSelectionChanged(const SelectionChange& change) {
     if (rows_ != nullptr) rows_->selectionChanged(change);
     if (groups_ != nullptr) groups_->selectionChanged(change);
+    // A screen reader reaches the rows behind the question, whose figures would no longer be those of the answer.
+    dismissClean();
     Q_EMIT selectionChanged();
 }
 
