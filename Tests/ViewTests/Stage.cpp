@@ -5,9 +5,12 @@
 #include "TavrinCore/Cleaning/HistoryStore.h"
 #include "TavrinCore/Strings.h"
 
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMutex>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -207,6 +210,22 @@ void Stage::appsRun(const QString& identifiers) {
 
 void Stage::putBackFails(int paths) {
     play_->script->write(&Script::putBackFails, paths);
+}
+
+void Stage::holdKey(int key) {
+    const auto send = [this, key](QEvent::Type type, bool repeats) {
+        QKeyEvent event(type, key, Qt::NoModifier, {}, repeats);
+        QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &event);
+        // What it began has its effect before the key repeats.
+        settle();
+        QCoreApplication::processEvents();
+    };
+    send(QEvent::KeyPress, false);
+    for (int repetition = 0; repetition < 3; ++repetition) {
+        send(QEvent::KeyRelease, true);
+        send(QEvent::KeyPress, true);
+    }
+    send(QEvent::KeyRelease, false);
 }
 
 void Stage::settle() {

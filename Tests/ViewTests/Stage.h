@@ -41,6 +41,9 @@ class Stage : public QObject {
     /// What the next put back leaves behind.
     Q_INVOKABLE void putBackFails(int paths);
 
+    /// Presses a key, holds it for three repetitions, and lets it go.
+    Q_INVOKABLE void holdKey(int key);
+
     /// Waits until nothing is done in the background any more.
     Q_INVOKABLE void settle();
     /// A record in the history, as a clean of that module would leave it.

@@ -47,6 +47,25 @@ Item {
             compare(clicks.count, 4)
         }
 
+        function test_aHeldKeyPressesItOnce_data() {
+            return [{ tag: "Return", key: Qt.Key_Return }, { tag: "Enter", key: Qt.Key_Enter }, { tag: "Space", key: Qt.Key_Space }]
+        }
+
+        function test_aHeldKeyPressesItOnce(row) {
+            clicks.target = ghost
+            clicks.clear()
+            ghost.forceActiveFocus()
+            stage.holdKey(row.key)
+            compare(clicks.count, 1)
+        }
+
+        function test_aDoubleClickPressesItOnce() {
+            clicks.target = ghost
+            clicks.clear()
+            mouseDoubleClickSequence(ghost)
+            compare(clicks.count, 1)
+        }
+
         function test_eachTellsScreenReadersWhatItIs_data() {
             return [{ tag: "gold", button: gold, name: "Gold" }, { tag: "ghost", button: ghost, name: "Ghost" },
                     { tag: "danger", button: danger, name: "Danger" }, { tag: "icon", button: icon, name: "Look" }]

@@ -82,6 +82,14 @@ Item {
             verify(!Find.says(cell, S.actionKeep))
         }
 
+        function test_aHeldSpaceTicksOnce() {
+            const before = current().ticked
+            stage.holdKey(Qt.Key_Space)
+            compare(current().ticked, !before)
+            keyClick(Qt.Key_Space)
+            tryCompare(current(), "ticked", before)
+        }
+
         function test_arrowsMoveSpaceTicksAndEnterLooks() {
             const first = current()
             keyClick(Qt.Key_Right)

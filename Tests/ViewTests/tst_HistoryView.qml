@@ -91,7 +91,20 @@ Item {
             tryVerify(() => rows().length === 1)
         }
 
-        function test_6_clearingAsksAndTellsHowMany() {
+        function test_6_aHeldEnterPutsBackOneRecord() {
+            stage.addRecord("systemJunk", 1, 1000)
+            stage.addRecord("systemJunk", 1, 1000)
+            tryVerify(() => rows().length === 3)
+            const list = Find.all(view, item => item.Accessible.name === S.historyTitle && item.currentIndex !== undefined)[0]
+            list.forceActiveFocus(Qt.TabFocusReason)
+            list.currentIndex = 0
+            stage.holdKey(Qt.Key_Return)
+            tryVerify(() => rows().length === 2)
+            stage.holdKey(Qt.Key_Return)
+            tryVerify(() => rows().length === 1)
+        }
+
+        function test_7_clearingAsksAndTellsHowMany() {
             mouseClick(Find.button(view, S.historyClearLog))
             tryVerify(() => sheet() !== undefined)
             compare(sheet().Accessible.name, S.historyClearConfirmTitle)

@@ -63,6 +63,15 @@ Item {
             tryVerify(() => row("Arabic").kept)
         }
 
+        function test_aHeldKeyTurnsItOnce() {
+            const first = list().currentItem
+            const before = first.kept
+            stage.holdKey(Qt.Key_Space)
+            compare(first.kept, !before)
+            stage.holdKey(Qt.Key_Return)
+            compare(first.kept, before)
+        }
+
         function test_theKeyboardTurnsIt() {
             const first = list().currentItem
             const before = first.kept

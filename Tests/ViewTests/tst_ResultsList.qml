@@ -146,6 +146,14 @@ Item {
             tryVerify(() => selected() === S.moduleSelectedCount(6))
         }
 
+        function test_aHeldSpaceTicksOnce() {
+            keyClick(Qt.Key_Down)
+            stage.holdKey(Qt.Key_Space)
+            compare(selected(), S.moduleSelectedCount(5))
+            stage.holdKey(Qt.Key_Space)
+            compare(selected(), S.moduleSelectedCount(6))
+        }
+
         function test_spaceOnAGroupTicksAllOfItAndThenNone() {
             goTo(S.categoryLogs)
             compare(list().currentItem.checkState, Qt.PartiallyChecked)

@@ -41,8 +41,13 @@ T.Button {
     Behavior on opacity { NumberAnimation { duration: Theme.pressDuration; easing.type: Easing.OutQuad } }
     Behavior on scale { NumberAnimation { duration: Theme.pressDuration; easing.type: Easing.OutQuad } }
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    // Once for each press. What comes next to where this stood, another record's button for one, isn't meant by a key that
+    // is held, nor by the second half of a double click, which the toolkit keeps back from who listens to those.
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) clicked() }
+    Keys.onSpacePressed: event => event.accepted = event.isAutoRepeat
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
+    onDoubleClicked: {}
 
     Accessible.role: Accessible.Button
     Accessible.name: text

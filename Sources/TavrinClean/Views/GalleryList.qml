@@ -114,7 +114,8 @@ FocusScope {
         Keys.onRightPressed: root.step(1)
         Keys.onUpPressed: root.step(-(root.currentCard()?.columns ?? 1))
         Keys.onDownPressed: root.step(root.currentCard()?.columns ?? 1)
-        Keys.onSpacePressed: root.withCell(cell => cell.toggled())
+        // A key that is held would leave a tick to chance.
+        Keys.onSpacePressed: event => { if (!event.isAutoRepeat) root.withCell(cell => cell.toggled()) }
         Keys.onReturnPressed: root.withCell(cell => cell.preview())
         Keys.onEnterPressed: root.withCell(cell => cell.preview())
         Keys.onMenuPressed: root.showMenu()

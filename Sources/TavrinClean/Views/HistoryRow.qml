@@ -27,8 +27,9 @@ FocusScope {
     Accessible.name: title
     Accessible.description: dateText + " · " + summary
 
-    Keys.onReturnPressed: if (canPutBack && !restoring) putBack()
-    Keys.onEnterPressed: if (canPutBack && !restoring) putBack()
+    // A key that is held means this record, not all those that come in its place.
+    Keys.onReturnPressed: event => { if (canPutBack && !restoring && !event.isAutoRepeat) putBack() }
+    Keys.onEnterPressed: event => { if (canPutBack && !restoring && !event.isAutoRepeat) putBack() }
 
     TapHandler { onPressedChanged: if (pressed) root.pressed() }
 

@@ -87,9 +87,10 @@ FocusScope {
                         root.currentId = groupId
                         list.forceActiveFocus(Qt.MouseFocusReason)
                     }
-                    Keys.onSpacePressed: toggled()
-                    Keys.onReturnPressed: toggled()
-                    Keys.onEnterPressed: toggled()
+                    // A key that is held would leave it to chance.
+                    Keys.onSpacePressed: event => { if (!event.isAutoRepeat) toggled() }
+                    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) toggled() }
+                    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) toggled() }
                 }
             }
         }

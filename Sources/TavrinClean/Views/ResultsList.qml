@@ -77,7 +77,8 @@ FocusScope {
 
         onCurrentIndexChanged: if (root.currentRow() && !root.placing) root.currentId = root.currentRow().rowId
 
-        Keys.onSpacePressed: if (root.currentRow()) root.tick(root.currentRow())
+        // A key that is held would leave a tick to chance.
+        Keys.onSpacePressed: event => { if (root.currentRow() && !event.isAutoRepeat) root.tick(root.currentRow()) }
         Keys.onReturnPressed: if (root.currentRow()) root.open(root.currentRow())
         Keys.onEnterPressed: if (root.currentRow()) root.open(root.currentRow())
         Keys.onLeftPressed: if (root.currentRow()) root.fold(root.currentRow(), true)
