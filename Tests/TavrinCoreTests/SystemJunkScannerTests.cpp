@@ -65,6 +65,18 @@ TEST(SystemJunkScanner, everySourceGivesItsFindingsInItsCategory) {
                           }));
 }
 
+TEST(SystemJunkScanner, aContainersCachesAreLookedIntoOnlyInsideTheContainer) {
+    const TestFolder world;
+    world.file("Documents/thesis");
+    world.link("Containers/com.foo.app/Data/Library/Caches", "../../../../Documents");
+    world.file("elsewhere/Caches/thesis");
+    world.link("Containers/com.bar.app/Data/Library", "../../../elsewhere");
+    world.file("disk/com.moved.app/Data/Library/Caches/blob");
+    world.link("Containers/com.moved.app", "../disk/com.moved.app");
+
+    EXPECT_THAT(scanOf(world).paths(world), ElementsAre("Containers/com.moved.app/Data/Library/Caches/blob"));
+}
+
 TEST(SystemJunkScanner, aFindingStartsSelectedWithItsSizeAsDetail) {
     const TestFolder world;
     const URL folder = world.folder("Caches/com.foo.app");

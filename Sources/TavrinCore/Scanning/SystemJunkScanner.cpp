@@ -5,10 +5,26 @@
 #include "TavrinCore/Scanning/ScanRun.h"
 #include "TavrinCore/Strings.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
+#include <utility>
 
 namespace tavrin {
+namespace {
+
+/// Nil where there are none inside the container. Its app may make links in it, and one to the user's documents would
+/// offer those as caches. The container may be a link: that is the user's doing.
+std::optional<URL> cachesInside(const URL& container) {
+    constexpr std::string_view path = "Data/Library/Caches";
+    URL caches = container.appendingPathComponent(path, true);
+    if (!FileSystemUtils::exists(caches)) return std::nullopt;
+    const URL inside = container.resolvingSymlinksInPath().appendingPathComponent(path, true);
+    return caches.resolvingSymlinksInPath().path() == inside.path() ? std::optional(std::move(caches)) : std::nullopt;
+}
+
+}  // namespace
 
 SystemJunkScanner::SystemJunkScanner(bool includePrivileged, std::optional<URL> library)
     : includePrivileged_(includePrivileged), library_(library ? *std::move(library) : FileSystemUtils::homeLibrary()) {}
@@ -28,8 +44,8 @@ std::vector<SystemJunkScanner::Source> SystemJunkScanner::makeSources(ScanRun& r
         {below("Caches/com.apple.dt.Xcode"), ScanCategory::derivedData, false},
     };
     for (const URL& container : run.children(below("Containers"))) {
-        URL caches = container.appendingPathComponent("Data/Library/Caches", true);
-        if (FileSystemUtils::exists(caches)) sources.push_back({std::move(caches), ScanCategory::userCache, true});
+        if (std::optional<URL> caches = cachesInside(container))
+            sources.push_back({*std::move(caches), ScanCategory::userCache, true});
     }
     if (includePrivileged_) {
         sources.push_back({URL::fromPath("/Library/Caches/"), ScanCategory::systemCache, true});
