@@ -33,6 +33,16 @@ std::string infoBesideFiles(const HeldFile& held) {
     return "../info/" + held.name() + std::string(TrashInfo::suffix);
 }
 
+/// Whether `path` leads to that name in that folder, whatever links it goes through.
+bool leadsInto(SystemCalls& calls, std::string_view path, const Descriptor& folder, std::string_view name) {
+    if (lastComponent(path) != name) return false;
+    const Result<Descriptor> noted = openFolder(calls, parentPath(path));
+    if (!noted) return false;
+    const Result<FileIdentity> there = identityOf(calls, *noted);
+    const Result<FileIdentity> here = identityOf(calls, folder);
+    return there && here && *there == *here;
+}
+
 /// False when the item's note tells of another origin: somebody emptied our item, and a namesake took its name. Without
 /// a note that can be read, its place is all there is to go by.
 bool cameFrom(SystemCalls& calls, const HeldFile& held, const Descriptor& folder, const URL& original) {
@@ -43,11 +53,11 @@ bool cameFrom(SystemCalls& calls, const HeldFile& held, const Descriptor& folder
     const Result<std::string> text = readSmallFile(noteURL, kMostNoteBytes);
     const std::optional<TrashInfo> note = text ? parseTrashInfo(*text) : std::nullopt;
     if (!note) return true;
-    const Result<std::string> real = realPath(calls, folder, parentPath(original.path()));
+    if (note->path.starts_with('/'))
+        return note->path == original.path() || leadsInto(calls, note->path, folder, original.lastPathComponent());
     // A note in another mount's Trash tells the part of the path below the mount point.
-    const auto tells = [&note](const std::string& path) {
-        return note->path.starts_with('/') ? path == note->path : path.ends_with("/" + note->path);
-    };
+    const auto tells = [&note](const std::string& path) { return path.ends_with("/" + note->path); };
+    const Result<std::string> real = realPath(calls, folder, parentPath(original.path()));
     return tells(original.path()) || !real || tells(withName(*real, original.lastPathComponent()));
 }
 

@@ -283,6 +283,18 @@ TEST(Trash, whatWasReachedThroughALinkComesBackThroughIt) {
     EXPECT_TRUE(somethingAt(world / "real/x"));
 }
 
+TEST(Trash, whatWasReachedThroughALinkComesBackToAHomeThatIsALinkToo) {
+    const TrashWorld world;
+    world.home().file("nina/real/x");
+    world.home().link("nina/short", "real");
+    const URL home = world.home().link("here", "nina");
+    const test::ScopedVariable variable("HOME", home.path().c_str());
+    const CleanResult result = clean({home.appendingPathComponent("short/x")});
+    EXPECT_EQ(world.notedOrigin("x"), (world / "here/real/x").path());
+    EXPECT_EQ(Cleaner().restore(result.restorable).restored, 1);
+    EXPECT_TRUE(somethingAt(world / "nina/real/x"));
+}
+
 TEST(Trash, pathsThatNameNoItemAreRefused) {
     const TrashWorld world;
     world.home().folder("a");
