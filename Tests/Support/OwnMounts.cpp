@@ -1,5 +1,6 @@
 #include "Support/OwnMounts.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -77,6 +78,17 @@ void withOwnMounts(const std::function<void()>& body) {
 void mountTmpfs(const URL& folder, unsigned megabytes) {
     const std::string options = "mode=0755,size=" + std::to_string(megabytes) + "m";
     expectMounted(::mount("tmpfs", folder.path().c_str(), "tmpfs", 0, options.c_str()), folder);
+}
+
+void mountStalled(const URL& folder) {
+    // Open to the end of the process: once it is closed, every question gets an error for an answer.
+    const int device = ::open("/dev/fuse", O_RDWR | O_CLOEXEC);
+    ASSERT_GE(device, 0) << std::strerror(errno);
+    const std::string options = "rootmode=40000,fd=" + std::to_string(device) +
+                                ",user_id=" + std::to_string(::geteuid()) + ",group_id=" + std::to_string(::getegid());
+    expectMounted(::mount("nobody", folder.path().c_str(), "fuse.stalled", MS_NOSUID | MS_NODEV, options.c_str()),
+                  folder);
+    ::alarm(60);
 }
 
 void mountBind(const URL& source, const URL& target) {

@@ -15,6 +15,9 @@ void withOwnMounts(const std::function<void()>& body);
 void mountTmpfs(const URL& folder, unsigned megabytes = 16);
 /// Inside withOwnMounts: reading is no longer written down below this mount point.
 void makeNoatime(const URL& mountPoint);
+/// Inside withOwnMounts: a file system over an existing folder that nobody answers for, as of a server that is down:
+/// who asks it anything waits, and ends the test when that takes a minute.
+void mountStalled(const URL& folder);
 /// Inside withOwnMounts: `source` seen at `target` too.
 void mountBind(const URL& source, const URL& target);
 /// Inside withOwnMounts: no more writing below this mount point.

@@ -36,8 +36,6 @@ std::optional<std::string> DownloadsJunkScanner::reason(const URL& url, const Fi
 }
 
 void DownloadsJunkScanner::consider(ScanRun& run, const URL& child, Date now) const {
-    // The listing told that already: asking again would wait for whatever is mounted there.
-    if (child.hasDirectoryPath()) return;
     // One that can't be looked at counts as a file without dates.
     const Result<FileStatus> status = fileStatus(child);
     std::optional<std::string> detail = reason(child, status ? *status : FileStatus{}, now);

@@ -3,6 +3,7 @@
 #include "TavrinCore/Platform/DirectoryWalk.h"
 #include "TavrinCore/Platform/Folders.h"
 #include "TavrinCore/Platform/Packages.h"
+#include "TavrinCore/Platform/WaitingMounts.h"
 
 #include <algorithm>
 #include <limits>
@@ -88,12 +89,13 @@ class RegularFiles final : public WalkVisitor {
 /// The direct children.
 class Children final : public WalkVisitor {
   public:
-    Children(bool includeHidden, AccessDenials* denials, const CancellationCallback& isCancelled)
-        : includeHidden_(includeHidden), denials_(denials), isCancelled_(isCancelled) {}
+    Children(const URL& folder, bool includeHidden, AccessDenials* denials, const CancellationCallback& isCancelled)
+        : folder_(folder), includeHidden_(includeHidden), denials_(denials), isCancelled_(isCancelled) {}
 
     WalkStep visit(WalkEntry& entry) override {
         if (isCancelled_()) return WalkStep::stop;
-        if (includeHidden_ || !entry.isHidden()) found.push_back(entry.url());
+        if (entry.isHidden() && !includeHidden_) return WalkStep::skip;
+        if (entry.type() != FileType::directory || !isWaiting(entry.name())) found.push_back(entry.url());
         return WalkStep::skip;
     }
     void failed(const URL& folder, const SystemError& error) override {
@@ -105,6 +107,13 @@ class Children final : public WalkVisitor {
     std::vector<URL> found;
 
   private:
+    bool isWaiting(std::string_view name) {
+        if (!waitingMounts_) waitingMounts_ = waitingMountsIn(folder_);
+        return std::ranges::find(*waitingMounts_, name) != waitingMounts_->end();
+    }
+
+    const URL& folder_;
+    std::optional<std::vector<std::string>> waitingMounts_;
     bool includeHidden_;
     AccessDenials* denials_;
     const CancellationCallback& isCancelled_;
@@ -184,6 +193,7 @@ bool FileSystemUtils::isFolder(const URL& url) {
 }
 
 std::int64_t FileSystemUtils::size(const URL& url, AccessDenials* denials, const CancellationCallback& isCancelled) {
+    if (isWaitingMount(url)) return 0;
     const Result<FileStatus> status = fileStatus(url);
     if (!status) return 0;
     if (status->type != FileType::directory) return status->measure();
@@ -200,7 +210,7 @@ std::int64_t FileSystemUtils::sumOfSizes(std::int64_t a, std::int64_t b) {
 
 std::vector<URL> FileSystemUtils::children(const URL& folder, bool includeHidden, AccessDenials* denials,
                                            const CancellationCallback& isCancelled) {
-    Children children(includeHidden, denials, isCancelled);
+    Children children(folder, includeHidden, denials, isCancelled);
     walkDirectory(folder, {.rootLink = LastLink::follow}, children);
     return std::move(children.found);
 }

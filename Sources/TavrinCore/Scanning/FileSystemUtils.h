@@ -67,15 +67,16 @@ class FileSystemUtils {
     [[nodiscard]] static bool isFolder(const URL& url);
 
     /// What `url` occupies on disk; a folder with all that lies in it, hidden files and bundles included. Links are not
-    /// followed, hard links count at each path. 0 for what doesn't exist. Once cancelled, the sum so far: ask again.
+    /// followed, hard links count at each path. 0 for what doesn't exist, and for a mount that may keep us waiting.
+    /// Once cancelled, the sum so far: ask again.
     [[nodiscard]] static std::int64_t size(const URL& url, AccessDenials* denials = nullptr,
                                            const CancellationCallback& isCancelled = neverCancelled);
 
     /// Sizes added up. They are the file system's word and may be any number, so the sum ends at the largest there is.
     [[nodiscard]] static std::int64_t sumOfSizes(std::int64_t a, std::int64_t b);
 
-    /// The direct children in the file system's own order; folders are marked as such. Once cancelled, those so far:
-    /// ask again.
+    /// The direct children in the file system's own order; folders are marked as such. Mounts that may keep whoever
+    /// asks them anything waiting are left out. Once cancelled, those so far: ask again.
     [[nodiscard]] static std::vector<URL> children(const URL& folder, bool includeHidden,
                                                    AccessDenials* denials = nullptr,
                                                    const CancellationCallback& isCancelled = neverCancelled);
