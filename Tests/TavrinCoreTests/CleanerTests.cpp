@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <iterator>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -200,6 +201,20 @@ TEST_F(CleanerRules, parentsComeBackBeforeWhatLayInThemAndEqualsKeepTheirOrder) 
     EXPECT_EQ(disk_.acts,
               (std::vector<std::string>{"return /Trash/z to /Users/nina/./././z", "return /Trash/a to /Users/nina/a",
                                         "return /Trash/b to /Users/nina/a/b"}));
+}
+
+TEST_F(CleanerRules, ofManyThatLayEquallyDeepTheOrderIsKept) {
+    disk_.standing.insert("/Users/nina");
+    std::vector<TrashedEntry> entries;
+    std::vector<std::string> expected;
+    for (const char name : std::string("the quick brown fox jumps over")) {
+        const std::string path = std::string(1, name) + std::to_string(entries.size());
+        disk_.standing.insert("/Trash/" + path);
+        entries.push_back({URL::fromPath("/Users/nina/" + path), URL::fromPath("/Trash/" + path)});
+        expected.push_back("return /Trash/" + path + " to /Users/nina/" + path);
+    }
+    EXPECT_EQ(cleaner_.restore(entries).restored, std::ssize(entries));
+    EXPECT_EQ(disk_.acts, expected);
 }
 
 TEST_F(CleanerRules, whatLeftTheTrashStaysPendingWithItsReason) {

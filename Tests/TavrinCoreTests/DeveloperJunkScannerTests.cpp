@@ -149,6 +149,8 @@ TEST(DeveloperJunkScanner, foldersDownToTheGreatestDepthAreLookedInto) {
     EXPECT_THAT(scanOf(home).paths(home), ElementsAre("src/1/2/3/4/5/6/node_modules"));
     EXPECT_THAT(test::record(scannerOf(home, kDepth + 1)).items, testing::SizeIs(2));
     EXPECT_THAT(test::record(scannerOf(home, kDepth - 1)).items, IsEmpty());
+    home.file("src/Pods/x");
+    EXPECT_THAT(test::record(scannerOf(home, 0)).paths(home), ElementsAre("src/Pods"));
     EXPECT_THAT(test::record(scannerOf(home, -1)).items, IsEmpty());
 }
 

@@ -66,6 +66,16 @@ TEST(LinkedRoot, isFollowedForDuplicatesAndAFileMetTwiceIsNoCopy) {
                 UnorderedElementsAre("Documents/one", "Documents/two", "Music/three"));
 }
 
+TEST(LinkedRoot, thatLeadsIntoTheLibraryIsNotLookedThroughForDuplicates) {
+    const TestFolder home;
+    const test::ScopedVariable variable("HOME", home.path().c_str());
+    const std::string contents(5'000, 'x');
+    home.file("Library/Application Support/one", contents);
+    home.file("Library/Application Support/two", contents);
+    const URL documents = home.link("Documents", "Library/Application Support");
+    EXPECT_THAT(record(DuplicateScanner(std::vector{documents}, 1'024)).paths(home), testing::IsEmpty());
+}
+
 TEST(LinkedRoot, whatIsReallyProtectedIsSoBelowALinkToo) {
     const TestFolder home;
     const test::ScopedVariable variable("HOME", home.path().c_str());
