@@ -76,7 +76,7 @@ TEST(PerceptualHash, anImageIsKnownByItsExtensionWhateverItsCase) {
 }
 
 TEST(PerceptualHash, eachBitSaysWhetherAPixelIsBrighterThanItsRightNeighbour) {
-    GreyPicture grid{.width = 9, .height = 8, .pixels = std::vector<std::uint8_t>(72, 100)};
+    GreyPicture grid{.width = 9, .height = 8, .pixels = std::vector<float>(72, 100)};
     EXPECT_EQ(PerceptualHash::dHash(grid), 0U) << "equal neighbours give 0";
     grid.pixels[0] = 101;
     EXPECT_EQ(PerceptualHash::dHash(grid), 1U) << "the first of the first row is the least bit";

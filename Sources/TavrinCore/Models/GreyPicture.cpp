@@ -46,8 +46,7 @@ GreyPicture GreyPicture::reducedTo(std::size_t newWidth, std::size_t newHeight, 
                 narrow[y * newWidth + column] += weight * pixels[y * width + x];
         }
     }
-    GreyPicture small{
-        .width = newWidth, .height = newHeight, .pixels = std::vector<std::uint8_t>(newWidth * newHeight)};
+    GreyPicture small{.width = newWidth, .height = newHeight, .pixels = std::vector<float>(newWidth * newHeight)};
     const double area = extent.width * extent.height / static_cast<double>(newWidth * newHeight);
     for (std::size_t row = 0; row < newHeight; ++row) {
         const Cover cover(row, newHeight, extent.height, height);
@@ -55,7 +54,7 @@ GreyPicture GreyPicture::reducedTo(std::size_t newWidth, std::size_t newHeight, 
             double sum = 0;
             for (std::size_t y = cover.first(); y < cover.last(); ++y)
                 sum += cover.of(y) * narrow[y * newWidth + column];
-            small.pixels[row * newWidth + column] = static_cast<std::uint8_t>(std::clamp(sum / area + 0.5, 0.0, 255.0));
+            small.pixels[row * newWidth + column] = static_cast<float>(sum / area);
         }
     }
     return small;

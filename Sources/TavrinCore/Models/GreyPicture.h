@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace tavrin {
@@ -10,8 +9,9 @@ namespace tavrin {
 struct GreyPicture {
     std::size_t width = 0;
     std::size_t height = 0;
-    /// Row by row from the top, each from the left; 0 is black.
-    std::vector<std::uint8_t> pixels = {};
+    /// Row by row from the top, each from the left; 0 is black, 255 is white. Means aren't rounded: in a clear sky or
+    /// on a wall, neighbours differ by less than a step.
+    std::vector<float> pixels = {};
 
     /// How much of the pixels there is a picture: of the last column and the last row, it may be a part only.
     struct Extent {

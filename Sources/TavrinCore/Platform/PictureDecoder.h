@@ -16,6 +16,10 @@ namespace tavrin {
 
 /// The longest side of a thumbnail, in pixels.
 inline constexpr std::size_t kThumbnailSide = 64;
+/// Its width is a multiple of the one and its height of the other, once it has as many pixels: so it can be squeezed to
+/// 9 by 8 without cutting a pixel, which moved bits of hashes.
+inline constexpr std::size_t kThumbnailColumns = 9;
+inline constexpr std::size_t kThumbnailRows = 8;
 
 /// The first picture in the file, upright (the stored orientation is applied), made from the full picture and never
 /// from a thumbnail that lies in the file, at most kThumbnailSide on its longest side and never enlarged. What is

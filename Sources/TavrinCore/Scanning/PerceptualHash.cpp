@@ -6,12 +6,13 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 namespace tavrin {
 namespace {
 
-constexpr std::size_t kColumns = 9;
-constexpr std::size_t kRows = 8;
+constexpr std::size_t kColumns = kThumbnailColumns;
+constexpr std::size_t kRows = kThumbnailRows;
 
 using Search = std::size_t (*)(const std::uint64_t* seeds, std::size_t count, std::uint64_t hash, int threshold);
 
@@ -64,7 +65,8 @@ std::uint64_t PerceptualHash::dHash(const GreyPicture& picture) {
     for (std::size_t row = 0; row < kRows; ++row) {
         for (std::size_t column = 0; column + 1 < kColumns; ++column) {
             const std::size_t pixel = row * kColumns + column;
-            if (grid.pixels[pixel] > grid.pixels[pixel + 1]) hash |= std::uint64_t{1} << (8 * row + column);
+            if (std::lround(grid.pixels[pixel]) > std::lround(grid.pixels[pixel + 1]))
+                hash |= std::uint64_t{1} << (8 * row + column);
         }
     }
     return hash;

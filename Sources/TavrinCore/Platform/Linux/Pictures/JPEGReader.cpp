@@ -17,10 +17,11 @@ namespace {
 
 /// Of each block of Exif data: the orientation stands near its beginning.
 constexpr unsigned kExifBytes = 2048;
-/// Enough pixels on each side for a good thumbnail: with fewer, the hashes of photographs below 2 megapixels lay up to
-/// 4 bits from those of their copies in other formats. Larger ones are scaled to an eighth all the same.
-constexpr unsigned kFewestLong = 192;
-constexpr unsigned kFewestShort = 128;
+/// Enough pixels on each side for a good thumbnail. An eighth is the mean of each block, rounded, in a clear sky always
+/// the same way, and without its last bit in progressive files: the hashes of photographs of 2 to 4 megapixels lay up
+/// to 7 bits from those of their copies in other formats. Of larger ones there are more blocks, and it evens out.
+constexpr unsigned kFewestLong = 352;
+constexpr unsigned kFewestShort = 198;
 /// Files of which the first coefficients come later than this are made to hurt.
 constexpr int kMostScans = 12;
 
@@ -114,7 +115,10 @@ class JPEGReader {
         info_.do_block_smoothing = FALSE;
         info_.do_fancy_upsampling = FALSE;
         const bool isFourInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
-        info_.out_color_space = isFourInks ? JCS_CMYK : JCS_GRAYSCALE;
+        // Other formats hold the colours, rounded, and so it is their brightness that is wanted, not the file's own.
+        info_.out_color_space = isFourInks                                ? JCS_CMYK
+                                : info_.jpeg_color_space == JCS_GRAYSCALE ? JCS_GRAYSCALE
+                                                                          : JCS_RGB;
         onlyFirstScan_ = info_.progressive_mode && divisor == 8 && !isFourInks;
         info_.buffered_image = onlyFirstScan_ ? TRUE : FALSE;
     }
@@ -125,14 +129,21 @@ class JPEGReader {
         return !onlyFirstScan_ || (consumeFirstCoefficients() && ::jpeg_start_output(&info_, info_.input_scan_number));
     }
 
-    /// To the end of the scan that brings the brightness of each block.
+    /// To the end of the scan that brings the last of the blocks' means.
     bool consumeFirstCoefficients() {
         while (info_.input_scan_number <= kMostScans && !input_.isCancelled()) {
             const int status = ::jpeg_consume_input(&info_);
             if (status == JPEG_REACHED_EOI) return false;
-            if (status == JPEG_SCAN_COMPLETED && info_.coef_bits != nullptr && info_.coef_bits[0][0] >= 0) return true;
+            if (status == JPEG_SCAN_COMPLETED && hasFirstCoefficients()) return true;
         }
         return false;
+    }
+
+    bool hasFirstCoefficients() const {
+        for (int component = 0; component < info_.num_components; ++component) {
+            if (info_.coef_bits == nullptr || info_.coef_bits[component][0] < 0) return false;
+        }
+        return true;
     }
 
     bool readRows() {
@@ -149,7 +160,9 @@ class JPEGReader {
         const std::size_t y = info_.output_scanline;
         if (::jpeg_read_scanlines(&info_, &row, 1) != 1) std::longjmp(onError_, 1);
         if (info_.output_components == 4) greyFromInks();
-        shrinker_->addRow(0, y, {row_.data(), info_.output_width}, PixelKind::grey);
+        const bool isInColours = info_.output_components == 3;
+        shrinker_->addRow(0, y, {row_.data(), std::size_t{info_.output_width} * (isInColours ? 3 : 1)},
+                          isInColours ? PixelKind::rgb : PixelKind::grey);
     }
 
     /// Files of four inks hold them inverted, as the program that made the format does, unless no marker says so.

@@ -11,21 +11,37 @@ namespace {
 /// More cells than a thumbnail has pixels, so that uneven edges of cells don't show.
 constexpr std::size_t kFewestCells = 256;
 
-unsigned times(unsigned value, unsigned alpha) {
-    return (value * alpha + 127) / 255;
+/// The light of pixels side by side. The kind is known where this is compiled: asking for each pixel takes as long as
+/// adding it.
+template <PixelKind kind>
+std::uint64_t sumOf(const std::uint8_t* sample, const std::uint8_t* end) {
+    constexpr std::size_t each = samplesOf(kind);
+    std::uint64_t sum = 0;
+    for (; sample != end; sample += each) {
+        if constexpr (kind == PixelKind::grey)
+            sum += sample[0];
+        else if constexpr (kind == PixelKind::greyAlpha)
+            sum += std::uint64_t{kLightParts} * sample[0] * sample[1] / 255;
+        else if constexpr (kind == PixelKind::rgba)
+            sum += std::uint64_t{light(sample[0], sample[1], sample[2])} * sample[3] / 255;
+        else
+            sum += light(sample[0], sample[1], sample[2]);
+    }
+    return kind == PixelKind::grey ? sum * kLightParts : sum;
 }
 
-std::uint8_t greyOf(const std::uint8_t* sample, PixelKind kind) {
+std::uint64_t sumOf(PixelKind kind, const std::uint8_t* sample, const std::uint8_t* end) {
     switch (kind) {
         case PixelKind::grey:
-            return sample[0];
+            return sumOf<PixelKind::grey>(sample, end);
         case PixelKind::greyAlpha:
-            return static_cast<std::uint8_t>(times(sample[0], sample[1]));
-        case PixelKind::rgba:
-            return static_cast<std::uint8_t>(times(brightness(sample[0], sample[1], sample[2]), sample[3]));
+            return sumOf<PixelKind::greyAlpha>(sample, end);
         case PixelKind::rgb:
+            return sumOf<PixelKind::rgb>(sample, end);
+        case PixelKind::rgba:
+            return sumOf<PixelKind::rgba>(sample, end);
         case PixelKind::premultipliedRGBA:
-            return brightness(sample[0], sample[1], sample[2]);
+            return sumOf<PixelKind::premultipliedRGBA>(sample, end);
     }
     return 0;
 }
@@ -36,7 +52,7 @@ GreyPicture upright(const GreyPicture& stored, unsigned orientation) {
     const bool isTurned = orientation >= 5;
     GreyPicture result{.width = isTurned ? stored.height : stored.width,
                        .height = isTurned ? stored.width : stored.height,
-                       .pixels = std::vector<std::uint8_t>(stored.pixels.size())};
+                       .pixels = std::vector<float>(stored.pixels.size())};
     const bool isFromRight = orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
     const bool isFromBottom = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
     for (std::size_t y = 0; y < result.height; ++y) {
@@ -52,21 +68,6 @@ GreyPicture upright(const GreyPicture& stored, unsigned orientation) {
 }
 
 }  // namespace
-
-std::size_t samplesOf(PixelKind kind) {
-    switch (kind) {
-        case PixelKind::grey:
-            return 1;
-        case PixelKind::greyAlpha:
-            return 2;
-        case PixelKind::rgb:
-            return 3;
-        case PixelKind::rgba:
-        case PixelKind::premultipliedRGBA:
-            return 4;
-    }
-    return 1;
-}
 
 PictureShrinker::PictureShrinker(std::size_t width, std::size_t height)
     : PictureShrinker(width, height, {static_cast<double>(width), static_cast<double>(height)}) {}
@@ -89,32 +90,35 @@ void PictureShrinker::addRow(std::size_t x, std::size_t y, std::span<const std::
     while (x < end) {
         const std::size_t cell = x / step_;
         const std::size_t cellEnd = std::min(end, (cell + 1) * step_);
-        std::uint64_t sum = 0;
-        for (; x < cellEnd; ++x, sample += each)
-            sum += greyOf(sample, kind);
-        sums[cell] += sum;
+        const std::uint8_t* next = sample + (cellEnd - x) * each;
+        sums[cell] += sumOf(kind, sample, next);
+        sample = next;
+        x = cellEnd;
     }
 }
 
 GreyPicture PictureShrinker::thumbnail(unsigned orientation) const {
-    GreyPicture cells{.width = columns_, .height = rows_, .pixels = std::vector<std::uint8_t>(sums_.size())};
+    GreyPicture cells{.width = columns_, .height = rows_, .pixels = std::vector<float>(sums_.size())};
     for (std::size_t row = 0; row < rows_; ++row) {
         for (std::size_t column = 0; column < columns_; ++column) {
             const std::uint64_t pixels = static_cast<std::uint64_t>(std::min(step_, width_ - column * step_)) *
                                          std::min(step_, height_ - row * step_);
             const std::size_t cell = row * columns_ + column;
-            cells.pixels[cell] = static_cast<std::uint8_t>((sums_[cell] + pixels / 2) / pixels);
+            cells.pixels[cell] =
+                static_cast<float>(static_cast<double>(sums_[cell]) / static_cast<double>(pixels * kLightParts));
         }
     }
     const double longest = std::max(extent_.width, extent_.height);
     const double scale = std::min(1.0, static_cast<double>(kThumbnailSide) / longest);
-    const auto scaled = [&](double length) {
-        return std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(length * scale)));
+    const auto scaled = [&](double length, std::size_t unit) {
+        const auto pixels = std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(length * scale)));
+        return pixels < unit ? pixels : pixels - pixels % unit;
     };
+    const bool isTurned = orientation >= 5 && orientation <= 8;
+    const std::size_t width = scaled(extent_.width, isTurned ? kThumbnailRows : kThumbnailColumns);
+    const std::size_t height = scaled(extent_.height, isTurned ? kThumbnailColumns : kThumbnailRows);
     const auto side = static_cast<double>(step_);
-    return upright(
-        cells.reducedTo(scaled(extent_.width), scaled(extent_.height), {extent_.width / side, extent_.height / side}),
-        orientation);
+    return upright(cells.reducedTo(width, height, {extent_.width / side, extent_.height / side}), orientation);
 }
 
 }  // namespace tavrin

@@ -19,9 +19,16 @@ inline constexpr std::uint64_t kMostPixelsAtOnce = 40'000'000;
     return width > 0 && height > 0 && width <= most && height <= most && width * height <= most;
 }
 
-/// Brightness as JPEG has it (ITU-R BT.601).
+/// One step of brightness is divided into so many.
+inline constexpr std::uint32_t kLightParts = 65'536;
+
+/// Brightness as JPEG has it (ITU-R BT.601), in those parts. Of one colour all over, rounding would go one way.
+[[nodiscard]] inline std::uint32_t light(unsigned red, unsigned green, unsigned blue) {
+    return 19'595U * red + 38'470U * green + 7'471U * blue;
+}
+
 [[nodiscard]] inline std::uint8_t brightness(unsigned red, unsigned green, unsigned blue) {
-    return static_cast<std::uint8_t>((19'595U * red + 38'470U * green + 7'471U * blue + 32'768U) >> 16U);
+    return static_cast<std::uint8_t>((light(red, green, blue) + kLightParts / 2) / kLightParts);
 }
 
 enum class PixelKind : std::uint8_t {
@@ -32,6 +39,22 @@ enum class PixelKind : std::uint8_t {
     /// The colours were multiplied with the alpha value already.
     premultipliedRGBA,
 };
+
+/// Bytes of one pixel.
+[[nodiscard]] constexpr std::size_t samplesOf(PixelKind kind) {
+    switch (kind) {
+        case PixelKind::grey:
+            return 1;
+        case PixelKind::greyAlpha:
+            return 2;
+        case PixelKind::rgb:
+            return 3;
+        case PixelKind::rgba:
+        case PixelKind::premultipliedRGBA:
+            return 4;
+    }
+    return 1;
+}
 
 /// Adds pixels up in cells of equal squares. Each pixel of the picture may be added once; what never comes is black.
 class PictureShrinker {
@@ -47,7 +70,9 @@ class PictureShrinker {
     /// Pixels side by side in row `y`, the first one at `x`. What lies outside is left out.
     void addRow(std::size_t x, std::size_t y, std::span<const std::uint8_t> samples, PixelKind kind);
     /// Not outside of the picture.
-    void add(std::size_t x, std::size_t y, std::uint8_t grey) { sums_[y / step_ * columns_ + x / step_] += grey; }
+    void add(std::size_t x, std::size_t y, std::uint8_t grey) {
+        sums_[y / step_ * columns_ + x / step_] += std::uint64_t{grey} * kLightParts;
+    }
 
     /// `orientation` from 1 to 8 as Exif has it: what must be done for it is done. Others are taken for 1.
     [[nodiscard]] GreyPicture thumbnail(unsigned orientation) const;
@@ -62,8 +87,5 @@ class PictureShrinker {
     std::size_t rows_;
     std::vector<std::uint64_t> sums_;
 };
-
-/// Bytes of one pixel.
-[[nodiscard]] std::size_t samplesOf(PixelKind kind);
 
 }  // namespace tavrin
