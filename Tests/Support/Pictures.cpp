@@ -71,11 +71,12 @@ std::string asJPEG(const ColourPicture& picture, const JPEGForm& form) {
     }
     std::vector<std::uint8_t> row(4 * picture.width);
     while (info.next_scanline < info.image_height) {
-        for (std::size_t x = 0; x < picture.width; ++x) {
-            const std::uint8_t* pixel = picture.at(x, info.next_scanline);
+        const std::uint8_t* pixels = picture.at(0, info.next_scanline);
+        if (!form.isFourInks) std::copy_n(pixels, 3 * picture.width, row.data());
+        for (std::size_t x = 0; form.isFourInks && x < picture.width; ++x) {
             // Inks as they are found in files: inverted, and no black.
-            std::copy_n(pixel, 3, row.data() + (form.isFourInks ? 4 : 3) * x);
-            if (form.isFourInks) row[4 * x + 3] = 255;
+            std::copy_n(pixels + 3 * x, 3, row.data() + 4 * x);
+            row[4 * x + 3] = 255;
         }
         JSAMPROW start = row.data();
         ::jpeg_write_scanlines(&info, &start, 1);
@@ -126,11 +127,14 @@ std::string asPNG(const ColourPicture& picture, const PNGForm& form) {
     std::string exif = exifData(form.orientation);
     if (form.orientation > 0)
         ::png_set_eXIf_1(png, info, static_cast<png_uint_32>(exif.size()), reinterpret_cast<png_bytep>(exif.data()));
-    ::png_set_compression_level(png, 1);
+    ::png_set_compression_level(png, form.isPacked ? 1 : 0);
+    if (!form.isPacked) ::png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
     ::png_write_info(png, info);
     const std::size_t each = form.is16Bit ? 2 : 1;
+    const bool isAsItIs = !hasAlpha && !form.isGrey && !form.is16Bit;
     std::vector<std::uint8_t> pixels;
-    for (std::size_t i = 0; i < picture.width * picture.height; ++i) {
+    if (isAsItIs) pixels = picture.rgb;
+    for (std::size_t i = 0; !isAsItIs && i < picture.width * picture.height; ++i) {
         const std::uint8_t* pixel = picture.rgb.data() + 3 * i;
         for (std::size_t k = 0; k < samples; ++k) {
             const bool isAlpha = hasAlpha && k + 1 == samples;

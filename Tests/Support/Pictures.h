@@ -50,6 +50,8 @@ struct PNGForm {
     /// 255: no alpha channel; else one of this value.
     std::uint8_t alpha = 255;
     unsigned orientation = 0;
+    /// Else the file is large, and quickly written and read.
+    bool isPacked = true;
 };
 [[nodiscard]] std::string asPNG(const ColourPicture& picture, const PNGForm& form = {});
 
