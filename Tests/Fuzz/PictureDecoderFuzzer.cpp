@@ -1,5 +1,5 @@
-// Pictures, as cameras, programs and enemies may have written them. Whatever comes out is a thumbnail within its
-// bounds.
+// Pictures, as cameras, programs and enemies may have written them. Whatever comes out, grey or in colours, keeps
+// within its bounds.
 #include "TavrinCore/Platform/PictureDecoder.h"
 
 #include <algorithm>
@@ -33,14 +33,31 @@ class MemoryFile final : public FileReader {
     FileStatus status_;
 };
 
+/// Of `samples` bytes each.
+template <class Picture>
+void checkBounds(const std::optional<Picture>& picture, std::size_t side, std::size_t samples) {
+    if (!picture) return;
+    const std::size_t longest = std::max(picture->width, picture->height);
+    if (picture->width == 0 || picture->height == 0 || longest > side) std::abort();
+    if (picture->pixels.size() != samples * picture->width * picture->height) std::abort();
+}
+
+/// A colour is never more than there is of its pixel.
+void checkColours(const std::optional<RGBAPicture>& picture) {
+    for (std::size_t i = 0; picture && i < picture->pixels.size(); ++i) {
+        if (picture->pixels[i] > picture->pixels[i | 3U]) std::abort();
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemoryFile file({data, size});
-    const auto thumbnail = decodeThumbnail(file);
-    if (!thumbnail) return 0;
-    const std::size_t longest = std::max(thumbnail->width, thumbnail->height);
-    if (thumbnail->width == 0 || thumbnail->height == 0 || longest > kThumbnailSide) std::abort();
-    if (thumbnail->pixels.size() != thumbnail->width * thumbnail->height) std::abort();
+    checkBounds(decodeThumbnail(file), kThumbnailSide, 1);
+    for (const PictureForm& form : {PictureForm{.side = 300}, {.side = 50, .shape = PictureForm::Shape::square}}) {
+        const std::optional<RGBAPicture> picture = decodePicture(file, form);
+        checkBounds(picture, form.side, 4);
+        checkColours(picture);
+    }
     return 0;
 }

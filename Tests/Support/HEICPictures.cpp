@@ -21,6 +21,7 @@ struct Free {
     void operator()(heif_encoder* encoder) const { ::heif_encoder_release(encoder); }
     void operator()(heif_image* image) const { ::heif_image_release(image); }
     void operator()(heif_encoding_options* options) const { ::heif_encoding_options_free(options); }
+    void operator()(heif_color_profile_nclx* profile) const { ::heif_nclx_color_profile_free(profile); }
 };
 template <class Thing>
 using Owned = std::unique_ptr<Thing, Free>;
@@ -141,7 +142,7 @@ struct Grid {
 
 }  // namespace
 
-std::string asHEIC(const ColourPicture& picture, unsigned orientation) {
+std::string asHEIC(const ColourPicture& picture, unsigned orientation, HEICColours colours) {
     const Owned<heif_context> context(::heif_context_alloc());
     heif_encoder* found = nullptr;
     require(::heif_context_get_encoder_for_format(context.get(), heif_compression_HEVC, &found), "no encoder of HEIC");
@@ -150,7 +151,15 @@ std::string asHEIC(const ColourPicture& picture, unsigned orientation) {
     ::heif_encoder_set_parameter_string(found, "preset", "ultrafast");
     const Owned<heif_encoding_options> options(::heif_encoding_options_alloc());
     options->image_orientation = static_cast<heif_orientation>(orientation);
-    require(::heif_context_encode_image(context.get(), imageOf(picture).get(), found, options.get(), nullptr),
+    const Owned<heif_image> image = imageOf(picture);
+    const Owned<heif_color_profile_nclx> profile(::heif_nclx_color_profile_alloc());
+    if (colours == HEICColours::video) {
+        profile->matrix_coefficients = heif_matrix_coefficients_ITU_R_BT_709_5;
+        profile->full_range_flag = 0;
+        options->macOS_compatibility_workaround_no_nclx_profile = 0;
+        require(::heif_image_set_nclx_color_profile(image.get(), profile.get()), "heif_image_set_nclx_color_profile");
+    }
+    require(::heif_context_encode_image(context.get(), image.get(), found, options.get(), nullptr),
             "heif_context_encode_image");
     std::string bytes;
     heif_writer writer{};

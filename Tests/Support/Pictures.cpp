@@ -196,6 +196,17 @@ void writeTiles(TIFF* tiff, const ColourPicture& picture, std::uint32_t side) {
     }
 }
 
+std::vector<std::uint8_t> tiffRow(const ColourPicture& picture, std::size_t y, const TIFFForm& form) {
+    std::vector<std::uint8_t> row;
+    for (std::size_t i = 0; i < 3 * picture.width; ++i) {
+        const std::uint8_t sample = picture.at(0, y)[i];
+        row.insert(row.end(), form.is16Bit ? 2 : 1, form.isFourInks ? static_cast<std::uint8_t>(255 - sample) : sample);
+        // No black.
+        if (form.isFourInks && i % 3 == 2) row.push_back(0);
+    }
+    return row;
+}
+
 }  // namespace
 
 std::string asTIFF(const ColourPicture& picture, const TIFFForm& form) {
@@ -204,9 +215,9 @@ std::string asTIFF(const ColourPicture& picture, const TIFFForm& form) {
     require(tiff != nullptr, "TIFFClientOpen");
     ::TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(picture.width));
     ::TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(picture.height));
-    ::TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
-    ::TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
-    ::TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+    ::TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, form.is16Bit ? 16 : 8);
+    ::TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, form.isFourInks ? 4 : 3);
+    ::TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, form.isFourInks ? PHOTOMETRIC_SEPARATED : PHOTOMETRIC_RGB);
     ::TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     ::TIFFSetField(tiff, TIFFTAG_COMPRESSION, form.compression);
     ::TIFFSetField(tiff, TIFFTAG_ORIENTATION, form.orientation);
@@ -217,7 +228,7 @@ std::string asTIFF(const ColourPicture& picture, const TIFFForm& form) {
     } else {
         ::TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, form.rowsPerStrip);
         for (std::uint32_t y = 0; y < picture.height; ++y) {
-            std::vector<std::uint8_t> row(picture.at(0, y), picture.at(0, y) + 3 * picture.width);
+            std::vector<std::uint8_t> row = tiffRow(picture, y, form);
             require(::TIFFWriteScanline(tiff, row.data(), y, 0) >= 0, "TIFFWriteScanline");
         }
     }

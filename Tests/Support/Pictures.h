@@ -61,6 +61,9 @@ struct TIFFForm {
     std::uint32_t tileSide = 0;
     std::uint16_t compression = 5;  // LZW
     std::uint16_t orientation = 1;
+    /// These of strips only.
+    bool is16Bit = false;
+    bool isFourInks = false;
 };
 [[nodiscard]] std::string asTIFF(const ColourPicture& picture, const TIFFForm& form = {});
 
@@ -91,8 +94,15 @@ struct WebPForm {
 };
 [[nodiscard]] std::string asWebP(const ColourPicture& picture, const WebPForm& form = {});
 
+enum class HEICColours : std::uint8_t {
+    /// All values are used, by the matrix of JPEG.
+    usual,
+    /// Values from 16 to 235, by that of high-definition television (ITU-R BT.709).
+    video,
+};
 /// As the file says it without Exif data: by what is to be turned and mirrored.
-[[nodiscard]] std::string asHEIC(const ColourPicture& picture, unsigned orientation = 1);
+[[nodiscard]] std::string asHEIC(const ColourPicture& picture, unsigned orientation = 1,
+                                 HEICColours colours = HEICColours::usual);
 /// As telephones write them: a grid of tiles, here of the same one over and over.
 [[nodiscard]] std::string asTiledHEIC(const ColourPicture& tile, std::uint16_t columns, std::uint16_t rows);
 

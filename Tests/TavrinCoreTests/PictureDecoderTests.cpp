@@ -23,6 +23,11 @@ std::optional<GreyPicture> decoded(const std::string& bytes) {
     return decodeThumbnail(*file.open());
 }
 
+std::optional<RGBAPicture> inColours(const std::string& bytes) {
+    const PretendedFile file{.bytes = bytes};
+    return decodePicture(*file.open(), {.side = 120});
+}
+
 /// The thumbnail as the picture itself would give it: the mean of all that each pixel covers.
 GreyPicture plainThumbnail(const ColourPicture& picture) {
     GreyPicture grey{.width = picture.width, .height = picture.height, .pixels = {}};
@@ -173,17 +178,21 @@ TEST(PictureDecoder, aFileIsReadByWhatStandsInItAndNotByItsName) {
                                      std::string("this is only a text, and a rather long one"),
                                      std::string("\0\0\0\x18"
                                                  "ftypmp42\0\0\0\0mp42isom",
-                                                 24)})
+                                                 24)}) {
         EXPECT_EQ(decoded(bytes), std::nullopt);
+        EXPECT_EQ(inColours(bytes), std::nullopt);
+    }
 }
 
 TEST(PictureDecoder, aPictureThatIsCutOffIsNone) {
     const ColourPicture picture = drawnScene(9, 400, 300);
     for (const auto& [format, bytes] : inEveryFormat(picture)) {
-        for (const double part : {0.01, 0.2, 0.5, 0.9, 0.97})
-            EXPECT_EQ(decoded(bytes.substr(0, static_cast<std::size_t>(static_cast<double>(bytes.size()) * part))),
-                      std::nullopt)
-                << format << " cut at " << part;
+        for (const double part : {0.01, 0.2, 0.5, 0.9, 0.97}) {
+            const std::string begin =
+                bytes.substr(0, static_cast<std::size_t>(static_cast<double>(bytes.size()) * part));
+            EXPECT_EQ(decoded(begin), std::nullopt) << format << " cut at " << part;
+            EXPECT_EQ(inColours(begin), std::nullopt) << format << " cut at " << part << ", in colours";
+        }
     }
 }
 
@@ -191,6 +200,7 @@ TEST(PictureDecoder, aPictureOfWhichReadingFailsIsNone) {
     for (const auto& [format, bytes] : inEveryFormat(drawnScene(10, 400, 300))) {
         const PretendedFile file{.bytes = bytes, .failsFrom = bytes.size() / 2};
         EXPECT_EQ(decodeThumbnail(*file.open()), std::nullopt) << format;
+        EXPECT_EQ(decodePicture(*file.open(), {.side = 120}), std::nullopt) << format;
     }
 }
 
@@ -198,6 +208,7 @@ TEST(PictureDecoder, doesNotDependOnTheSizeOfReads) {
     for (const auto& [format, bytes] : inEveryFormat(drawnScene(11, 200, 150))) {
         const PretendedFile file{.bytes = bytes, .mostPerRead = 7};
         EXPECT_EQ(decodeThumbnail(*file.open()), decoded(bytes)) << format;
+        EXPECT_EQ(decodePicture(*file.open(), {.side = 120}), inColours(bytes)) << format;
     }
 }
 
@@ -209,6 +220,7 @@ TEST(PictureDecoder, rubbishInTheMiddleIsNoCrash) {
             for (std::size_t k = at; k < std::min(bytes.size(), at + 1 + i % 9); ++k)
                 broken[k] = static_cast<char>(k * 131 + i);
             (void)decoded(broken);
+            (void)inColours(broken);
         }
     }
     SUCCEED();

@@ -1,4 +1,4 @@
-// Any picture file as a thumbnail.
+// Any picture file as a thumbnail, grey or in colours.
 //
 // Files come from anywhere and may be broken, cut off or made to hurt. What a picture claims about its size is checked
 // before anything is decoded; one that isn't whole is no picture; and what is held in memory hardly depends on its
@@ -7,14 +7,16 @@
 
 #include "TavrinCore/Models/GreyPicture.h"
 #include "TavrinCore/Models/Models.h"
+#include "TavrinCore/Models/RGBAPicture.h"
 #include "TavrinCore/Platform/FileReader.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace tavrin {
 
-/// The longest side of a thumbnail, in pixels.
+/// The longest side of a grey thumbnail, in pixels.
 inline constexpr std::size_t kThumbnailSide = 64;
 /// Its width is a multiple of the one and its height of the other, once it has as many pixels: so it can be squeezed to
 /// 9 by 8 without cutting a pixel, which moved bits of hashes.
@@ -29,5 +31,27 @@ inline constexpr std::size_t kThumbnailRows = 8;
 /// is broken, cut off or too large, and once cancelled. Safe from any thread.
 [[nodiscard]] std::optional<GreyPicture> decodeThumbnail(FileReader& file,
                                                          const CancellationCallback& isCancelled = neverCancelled);
+
+/// What is wanted of a picture in colours.
+struct PictureForm {
+    enum class Shape : std::uint8_t {
+        /// All of it.
+        whole,
+        /// The square in its middle.
+        square,
+    };
+
+    /// The most pixels on any side, at least 1. A smaller picture isn't enlarged.
+    std::size_t side = 1;
+    Shape shape = Shape::whole;
+};
+
+/// The same in colours, which are taken for sRGB whatever profile the file holds, and with its alpha values. Besides
+/// what a codec holds it takes the memory of its result, or of twice that for one that must be turned.
+[[nodiscard]] std::optional<RGBAPicture> decodePicture(FileReader& file, const PictureForm& form,
+                                                       const CancellationCallback& isCancelled = neverCancelled);
+
+/// Whether the file begins as one of these formats, and so is for nobody else to decode.
+[[nodiscard]] bool isPictureOfKnownFormat(FileReader& file);
 
 }  // namespace tavrin

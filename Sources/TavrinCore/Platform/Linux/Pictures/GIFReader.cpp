@@ -1,6 +1,6 @@
 // giflib, line by line: the first frame, on the canvas that it belongs to.
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
-#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+#include "TavrinCore/Platform/Linux/Pictures/PixelTable.h"
 
 #include <gif_lib.h>
 
@@ -36,30 +36,18 @@ bool findFrame(GifFileType* gif, int& transparent) {
     return false;
 }
 
-using Palette = std::array<std::uint8_t, 256>;
-
-std::optional<Palette> greyPalette(const GifFileType& gif, int transparent) {
+bool readColours(const GifFileType& gif, int transparent, PixelTable& table) {
     const ColorMapObject* colours = gif.Image.ColorMap != nullptr ? gif.Image.ColorMap : gif.SColorMap;
-    if (colours == nullptr) return std::nullopt;
-    Palette palette{};
+    if (colours == nullptr) return false;
     for (int i = 0; i < std::min(colours->ColorCount, 256); ++i) {
         const GifColorType& colour = colours->Colors[i];
-        palette[static_cast<std::size_t>(i)] = i == transparent ? 0 : brightness(colour.Red, colour.Green, colour.Blue);
+        const std::uint8_t alpha = i == transparent ? 0 : 255;
+        table.set(static_cast<std::size_t>(i), {colour.Red, colour.Green, colour.Blue, alpha});
     }
-    return palette;
-}
-
-bool readRow(GifFileType* gif, std::size_t y, const Palette& palette, std::vector<GifPixelType>& row,
-             PictureShrinker& shrinker) {
-    if (::DGifGetLine(gif, row.data(), static_cast<int>(row.size())) != GIF_OK) return false;
-    for (GifPixelType& pixel : row)
-        pixel = palette[pixel];
-    shrinker.addRow(static_cast<std::size_t>(gif->Image.Left), static_cast<std::size_t>(gif->Image.Top) + y, row,
-                    PixelKind::grey);
     return true;
 }
 
-bool readRows(GifFileType* gif, const PictureInput& input, const Palette& palette, PictureShrinker& shrinker) {
+bool readRows(GifFileType* gif, const PictureInput& input, PixelTable& table, PictureSink& sink) {
     struct Pass {
         std::size_t first;
         std::size_t step;
@@ -67,10 +55,14 @@ bool readRows(GifFileType* gif, const PictureInput& input, const Palette& palett
     constexpr std::array<Pass, 4> interlaced{{{0, 8}, {4, 8}, {2, 4}, {1, 2}}};
     constexpr std::array<Pass, 1> plain{{{0, 1}}};
     std::vector<GifPixelType> row(static_cast<std::size_t>(gif->Image.Width));
+    const auto left = static_cast<std::size_t>(gif->Image.Left);
+    const auto top = static_cast<std::size_t>(gif->Image.Top);
     const auto height = static_cast<std::size_t>(gif->Image.Height);
     for (const Pass& pass : gif->Image.Interlace ? std::span<const Pass>(interlaced) : std::span<const Pass>(plain)) {
         for (std::size_t y = pass.first; y < height; y += pass.step) {
-            if (input.isCancelled() || !readRow(gif, y, palette, row, shrinker)) return false;
+            if (input.isCancelled()) return false;
+            if (::DGifGetLine(gif, row.data(), static_cast<int>(row.size())) != GIF_OK) return false;
+            sink.add(table.row(left, top + y, row));
         }
     }
     return true;
@@ -78,24 +70,24 @@ bool readRows(GifFileType* gif, const PictureInput& input, const Palette& palett
 
 }  // namespace
 
-std::optional<GreyPicture> readGIF(PictureInput& input) {
+bool readGIF(PictureInput& input, PictureSink& sink) {
     const auto read = [](GifFileType* gif, GifByteType* to, int count) {
         return static_cast<int>(
             static_cast<PictureInput*>(gif->UserData)->read(to, static_cast<std::size_t>(std::max(count, 0))));
     };
     const OpenGIF gif(::DGifOpen(&input, read, nullptr));
     int transparent = NO_TRANSPARENT_COLOR;
-    if (gif == nullptr || !findFrame(gif.get(), transparent)) return std::nullopt;
+    if (gif == nullptr || !findFrame(gif.get(), transparent)) return false;
     const GifImageDesc& frame = gif->Image;
-    if (frame.Width <= 0 || frame.Height <= 0 || frame.Left < 0 || frame.Top < 0) return std::nullopt;
+    if (frame.Width <= 0 || frame.Height <= 0 || frame.Left < 0 || frame.Top < 0) return false;
     // Some files claim a canvas smaller than what stands on it.
     const auto width = static_cast<std::size_t>(std::max(gif->SWidth, frame.Left + frame.Width));
     const auto height = static_cast<std::size_t>(std::max(gif->SHeight, frame.Top + frame.Height));
-    if (!hasPixels(width, height, frame.Interlace ? kMostPixelsAtOnce : kMostPixels)) return std::nullopt;
-    const std::optional<Palette> palette = greyPalette(*gif, transparent);
-    PictureShrinker shrinker(width, height);
-    if (!palette || !readRows(gif.get(), input, *palette, shrinker)) return std::nullopt;
-    return shrinker.thumbnail(1);
+    if (!hasPixels(width, height, frame.Interlace ? kMostPixelsAtOnce : kMostPixels)) return false;
+    PixelTable table(sink);
+    if (!readColours(*gif, transparent, table)) return false;
+    sink.begin({.width = width, .height = height});
+    return readRows(gif.get(), input, table, sink);
 }
 
 }  // namespace tavrin

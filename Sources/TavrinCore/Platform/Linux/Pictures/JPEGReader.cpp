@@ -1,8 +1,8 @@
 // libjpeg-turbo scales while it decodes: at 1/8 each block of 8 x 8 becomes one pixel, its mean, which is the first of
-// its coefficients. Of a progressive file it is enough to decode the scan that holds those.
+// its coefficients. Of a progressive file it is enough for the brightness to decode the scan that holds those.
 #include "TavrinCore/Platform/Linux/Pictures/ExifOrientation.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
-#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureSink.h"
 
 #include <algorithm>
 #include <csetjmp>
@@ -17,13 +17,10 @@ namespace {
 
 /// Of each block of Exif data: the orientation stands near its beginning.
 constexpr unsigned kExifBytes = 2048;
-/// Enough pixels on each side for a good thumbnail. An eighth is the mean of each block, rounded, in a clear sky always
-/// the same way, and without its last bit in progressive files: the hashes of photographs of 2 to 4 megapixels lay up
-/// to 7 bits from those of their copies in other formats. Of larger ones there are more blocks, and it evens out.
-constexpr unsigned kFewestLong = 352;
-constexpr unsigned kFewestShort = 198;
 /// Files of which the first coefficients come later than this are made to hurt.
-constexpr int kMostScans = 12;
+constexpr int kMostScansToFirst = 12;
+/// And so are those of more scans than this: each goes over the whole picture. Programs write about ten.
+constexpr int kMostScans = 100;
 
 constexpr int kEndOfImage = 0xD9;
 
@@ -31,7 +28,7 @@ constexpr int kEndOfImage = 0xD9;
 /// one is a member here, and the functions that call the library hold nothing of the kind.
 class JPEGReader {
   public:
-    explicit JPEGReader(PictureInput& input) : input_(input) {
+    JPEGReader(PictureInput& input, PictureSink& sink) : input_(input), sink_(sink), wanted_(sink.wanted()) {
         info_.err = ::jpeg_std_error(&errors_);
         info_.client_data = this;
         errors_.error_exit = [](j_common_ptr info) { std::longjmp(self(info).onError_, 1); };
@@ -49,23 +46,29 @@ class JPEGReader {
         source_.skip_input_data = [](j_decompress_ptr info, long count) {
             if (count > 0) self(info).skip(static_cast<std::uint64_t>(count));
         };
+        // Called between two rows of blocks while all scans are decoded, which may be hardly any bytes.
+        progress_.progress_monitor = [](j_common_ptr info) {
+            const auto* decoder = reinterpret_cast<j_decompress_ptr>(info);
+            if (decoder->input_scan_number > kMostScans || self(info).input_.isCancelled())
+                std::longjmp(self(info).onError_, 1);
+        };
     }
     ~JPEGReader() { ::jpeg_destroy_decompress(&info_); }
     JPEGReader(const JPEGReader&) = delete;
     JPEGReader& operator=(const JPEGReader&) = delete;
 
-    std::optional<GreyPicture> picture() {
-        if (!readHeader()) return std::nullopt;
-        if (!hasPixels(info_.image_width, info_.image_height, mostPixels())) return std::nullopt;
+    bool read() {
+        if (!readHeader()) return false;
+        if (!hasPixels(info_.image_width, info_.image_height, mostPixels())) return false;
         setUp();
-        if (!begin()) return std::nullopt;
+        if (!begin()) return false;
         const auto divisor = static_cast<double>(info_.scale_denom);
-        shrinker_.emplace(info_.output_width, info_.output_height,
-                          GreyPicture::Extent{info_.image_width / divisor, info_.image_height / divisor});
+        sink_.begin({.width = info_.output_width,
+                     .height = info_.output_height,
+                     .orientation = orientation(),
+                     .extent = {info_.image_width / divisor, info_.image_height / divisor}});
         row_.resize(std::size_t{info_.output_width} * static_cast<std::size_t>(info_.output_components));
-        if (!readRows()) return std::nullopt;
-        if (onlyFirstScan_ && !isWhole()) return std::nullopt;
-        return shrinker_->thumbnail(orientation());
+        return readRows() && (!onlyFirstScan_ || isWhole());
     }
 
   private:
@@ -108,19 +111,20 @@ class JPEGReader {
         const unsigned longest = std::max(info_.image_width, info_.image_height);
         const unsigned shortest = std::min(info_.image_width, info_.image_height);
         unsigned divisor = 8;
-        while (divisor > 1 && (longest / divisor < kFewestLong || shortest / divisor < kFewestShort))
+        while (divisor > 1 && (longest / divisor < wanted_.onLongest || shortest / divisor < wanted_.onShortest))
             divisor /= 2;
         info_.scale_num = 1;
         info_.scale_denom = divisor;
         info_.do_block_smoothing = FALSE;
-        info_.do_fancy_upsampling = FALSE;
+        info_.do_fancy_upsampling = wanted_.isInColours ? TRUE : FALSE;
         const bool isFourInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
-        // Other formats hold the colours, rounded, and so it is their brightness that is wanted, not the file's own.
-        info_.out_color_space = isFourInks                                ? JCS_CMYK
-                                : info_.jpeg_color_space == JCS_GRAYSCALE ? JCS_GRAYSCALE
-                                                                          : JCS_RGB;
-        onlyFirstScan_ = info_.progressive_mode && divisor == 8 && !isFourInks;
+        // Not the file's own brightness: other formats hold the colours, rounded, and a copy must have the same hash.
+        const bool isGrey = info_.jpeg_color_space == JCS_GRAYSCALE;
+        info_.out_color_space = isFourInks ? JCS_CMYK : isGrey ? JCS_GRAYSCALE : JCS_RGB;
+        // Its last bits come with later scans, and a screen shows them.
+        onlyFirstScan_ = info_.progressive_mode && divisor == 8 && !wanted_.isInColours && !isFourInks;
         info_.buffered_image = onlyFirstScan_ ? TRUE : FALSE;
+        if (!onlyFirstScan_ && ::jpeg_has_multiple_scans(&info_)) info_.progress = &progress_;
     }
 
     bool begin() {
@@ -131,7 +135,7 @@ class JPEGReader {
 
     /// To the end of the scan that brings the last of the blocks' means.
     bool consumeFirstCoefficients() {
-        while (info_.input_scan_number <= kMostScans && !input_.isCancelled()) {
+        while (info_.input_scan_number <= kMostScansToFirst && !input_.isCancelled()) {
             const int status = ::jpeg_consume_input(&info_);
             if (status == JPEG_REACHED_EOI) return false;
             if (status == JPEG_SCAN_COMPLETED && hasFirstCoefficients()) return true;
@@ -159,19 +163,19 @@ class JPEGReader {
         JSAMPROW row = row_.data();
         const std::size_t y = info_.output_scanline;
         if (::jpeg_read_scanlines(&info_, &row, 1) != 1) std::longjmp(onError_, 1);
-        if (info_.output_components == 4) greyFromInks();
-        const bool isInColours = info_.output_components == 3;
-        shrinker_->addRow(0, y, {row_.data(), std::size_t{info_.output_width} * (isInColours ? 3 : 1)},
-                          isInColours ? PixelKind::rgb : PixelKind::grey);
+        if (info_.output_components == 4) coloursFromInks();
+        const PixelKind kind = info_.output_components == 1 ? PixelKind::grey : PixelKind::rgb;
+        sink_.add({.y = y, .samples = {row_.data(), info_.output_width * samplesOf(kind)}, .kind = kind});
     }
 
     /// Files of four inks hold them inverted, as the program that made the format does, unless no marker says so.
-    void greyFromInks() {
+    void coloursFromInks() {
         const unsigned flip = info_.saw_Adobe_marker ? 0 : 255;
         for (std::size_t x = 0; x < info_.output_width; ++x) {
             const std::uint8_t* inks = row_.data() + 4 * x;
-            const unsigned light = brightness(inks[0] ^ flip, inks[1] ^ flip, inks[2] ^ flip);
-            row_[x] = static_cast<std::uint8_t>(light * (inks[3] ^ flip) / 255);
+            const unsigned light = inks[3] ^ flip;
+            for (std::size_t colour = 0; colour < 3; ++colour)
+                row_[3 * x + colour] = static_cast<std::uint8_t>(times(inks[colour] ^ flip, light));
         }
     }
 
@@ -226,19 +230,21 @@ class JPEGReader {
     }
 
     PictureInput& input_;
+    PictureSink& sink_;
+    PictureSink::Wanted wanted_;
     jpeg_decompress_struct info_{};
     jpeg_error_mgr errors_{};
     jpeg_source_mgr source_{};
+    jpeg_progress_mgr progress_{};
     std::jmp_buf onError_{};
     std::vector<std::uint8_t> row_;
-    std::optional<PictureShrinker> shrinker_;
     bool onlyFirstScan_ = false;
 };
 
 }  // namespace
 
-std::optional<GreyPicture> readJPEG(PictureInput& input) {
-    return JPEGReader(input).picture();
+bool readJPEG(PictureInput& input, PictureSink& sink) {
+    return JPEGReader(input, sink).read();
 }
 
 }  // namespace tavrin

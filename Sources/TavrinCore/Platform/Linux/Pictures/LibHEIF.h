@@ -39,4 +39,9 @@ struct LibHEIF {
     [[nodiscard]] static const LibHEIF* get();
 };
 
+/// Whoever calls it has seen that it is there.
+[[nodiscard]] inline const LibHEIF& heif() {
+    return *LibHEIF::get();
+}
+
 }  // namespace tavrin

@@ -2,7 +2,7 @@
 // so it isn't held either.
 #include "TavrinCore/Platform/Linux/Pictures/ExifOrientation.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
-#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureSink.h"
 
 #include <png.h>
 
@@ -21,24 +21,23 @@ constexpr png_alloc_size_t kMostBytesAtOnce = png_alloc_size_t{64} << 20U;
 /// As with JPEG: no destructor lies in the way of the library's jumps.
 class PNGReader {
   public:
-    explicit PNGReader(PictureInput& input) : input_(input) {}
+    PNGReader(PictureInput& input, PictureSink& sink) : input_(input), sink_(sink) {}
     ~PNGReader() { ::png_destroy_read_struct(&png_, &info_, nullptr); }
     PNGReader(const PNGReader&) = delete;
     PNGReader& operator=(const PNGReader&) = delete;
 
-    std::optional<GreyPicture> picture() {
+    bool read() {
         png_ = ::png_create_read_struct_2(
             PNG_LIBPNG_VER_STRING, this, [](png_structp png, png_const_charp) { ::png_longjmp(png, 1); },
             [](png_structp, png_const_charp) {}, nullptr,
             [](png_structp, png_alloc_size_t bytes) { return bytes > kMostBytesAtOnce ? nullptr : std::malloc(bytes); },
             [](png_structp, png_voidp memory) { std::free(memory); });
-        if (png_ == nullptr) return std::nullopt;
+        if (png_ == nullptr) return false;
         info_ = ::png_create_info_struct(png_);
-        if (info_ == nullptr || !readHeader()) return std::nullopt;
-        shrinker_.emplace(width(), height());
+        if (info_ == nullptr || !readHeader()) return false;
+        sink_.begin({.width = width(), .height = height(), .orientation = orientation()});
         row_.resize(::png_get_rowbytes(png_, info_));
-        if (isInterlaced() ? !readPasses() : !readRows()) return std::nullopt;
-        return shrinker_->thumbnail(orientation());
+        return isInterlaced() ? readPasses() : readRows();
     }
 
   private:
@@ -80,7 +79,7 @@ class PNGReader {
         for (png_uint_32 y = 0; y < rows; ++y) {
             if (input_.isCancelled()) return false;
             ::png_read_row(png_, row_.data(), nullptr);
-            shrinker_->addRow(0, y, row_, kind());
+            sink_.add({.y = y, .samples = row_, .kind = kind()});
         }
         return true;
     }
@@ -100,9 +99,11 @@ class PNGReader {
         for (png_uint_32 i = 0; i < rows; ++i) {
             if (input_.isCancelled()) return false;
             ::png_read_row(png_, row_.data(), nullptr);
-            for (png_uint_32 j = 0; j < columns; ++j)
-                shrinker_->addRow(PNG_COL_FROM_PASS_COL(j, pass), PNG_ROW_FROM_PASS_ROW(i, pass),
-                                  {row_.data() + each * j, each}, kind());
+            sink_.add({.x = PNG_COL_FROM_PASS_COL(0U, pass),
+                       .y = PNG_ROW_FROM_PASS_ROW(i, pass),
+                       .samples = {row_.data(), each * columns},
+                       .kind = kind(),
+                       .step = static_cast<std::size_t>(PNG_PASS_COL_OFFSET(pass))});
         }
         return true;
     }
@@ -115,16 +116,16 @@ class PNGReader {
     }
 
     PictureInput& input_;
+    PictureSink& sink_;
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
     std::vector<std::uint8_t> row_;
-    std::optional<PictureShrinker> shrinker_;
 };
 
 }  // namespace
 
-std::optional<GreyPicture> readPNG(PictureInput& input) {
-    return PNGReader(input).picture();
+bool readPNG(PictureInput& input, PictureSink& sink) {
+    return PNGReader(input, sink).read();
 }
 
 }  // namespace tavrin

@@ -1,12 +1,13 @@
 // libtiff, one strip or tile at a time, by its own conversion to RGBA: it knows all the forms that a TIFF may have.
 // Between them a cancel is noticed; one that is under way is decoded to its end.
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
-#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureSink.h"
 
 #include <tiffio.h>
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdio>
 #include <memory>
 
@@ -125,23 +126,27 @@ Extent blocksOf(TIFF* tiff, const Extent& picture) {
 }
 
 void add(const std::vector<std::uint32_t>& raster, std::uint32_t x, std::uint32_t y, const Extent& block,
-         PictureShrinker& shrinker) {
-    for (std::uint32_t row = 0; row < block.height; ++row) {
-        const std::uint32_t* pixel = raster.data() + std::size_t{row} * block.width;
-        // Where there is an alpha value, the library multiplied the colours with it.
-        for (std::uint32_t column = 0; column < block.width; ++column, ++pixel)
-            shrinker.add(x + column, y + row, brightness(TIFFGetR(*pixel), TIFFGetG(*pixel), TIFFGetB(*pixel)));
-    }
+         PictureSink& sink) {
+    // The library packs a pixel into a number, of which red is the lowest byte.
+    static_assert(std::endian::native == std::endian::little);
+    const std::span pixels(reinterpret_cast<const std::uint8_t*>(raster.data()), 4 * raster.size());
+    const std::size_t stride = std::size_t{4} * block.width;
+    // Where there is an alpha value, the library multiplied the colours with it.
+    for (std::size_t row = 0; row < block.height; ++row)
+        sink.add({.x = x,
+                  .y = y + row,
+                  .samples = pixels.subspan(row * stride, stride),
+                  .kind = PixelKind::premultipliedRGBA});
 }
 
 bool readBlocks(Conversion& conversion, const PictureInput& input, const Extent& picture, const Extent& block,
-                PictureShrinker& shrinker) {
+                PictureSink& sink) {
     std::vector<std::uint32_t> raster;
     for (std::uint32_t y = 0; y < picture.height; y += block.height) {
         for (std::uint32_t x = 0; x < picture.width; x += block.width) {
             const Extent here{std::min(block.width, picture.width - x), std::min(block.height, picture.height - y)};
             if (input.isCancelled() || !conversion.read(x, y, here.width, here.height, raster)) return false;
-            add(raster, x, y, here, shrinker);
+            add(raster, x, y, here, sink);
         }
     }
     return true;
@@ -149,24 +154,24 @@ bool readBlocks(Conversion& conversion, const PictureInput& input, const Extent&
 
 }  // namespace
 
-std::optional<GreyPicture> readTIFF(PictureInput& input) {
+bool readTIFF(PictureInput& input, PictureSink& sink) {
     const OpenTIFF tiff = open(input);
-    if (tiff == nullptr) return std::nullopt;
+    if (tiff == nullptr) return false;
     Extent picture;
     ::TIFFGetField(tiff.get(), TIFFTAG_IMAGEWIDTH, &picture.width);
     ::TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &picture.height);
-    if (!hasPixels(picture.width, picture.height, kMostPixels)) return std::nullopt;
+    if (!hasPixels(picture.width, picture.height, kMostPixels)) return false;
     const Extent block = blocksOf(tiff.get(), picture);
-    if (!hasPixels(block.width, block.height, kMostPixelsAtOnce)) return std::nullopt;
+    if (!hasPixels(block.width, block.height, kMostPixelsAtOnce)) return false;
     const std::uint64_t blocks = ((std::uint64_t{picture.width} + block.width - 1) / block.width) *
                                  ((std::uint64_t{picture.height} + block.height - 1) / block.height);
-    if (blocks > kMostBlocks) return std::nullopt;
+    if (blocks > kMostBlocks) return false;
     std::uint16_t orientation = ORIENTATION_TOPLEFT;
     ::TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_ORIENTATION, &orientation);
     Conversion conversion(tiff.get());
-    PictureShrinker shrinker(picture.width, picture.height);
-    if (!conversion.isOpen() || !readBlocks(conversion, input, picture, block, shrinker)) return std::nullopt;
-    return shrinker.thumbnail(orientation);
+    if (!conversion.isOpen()) return false;
+    sink.begin({.width = picture.width, .height = picture.height, .orientation = orientation});
+    return readBlocks(conversion, input, picture, block, sink);
 }
 
 }  // namespace tavrin

@@ -2,7 +2,7 @@
 // memory, but is given it piece by piece, so that a cancel is noticed between two pieces.
 #include "TavrinCore/Platform/Linux/Pictures/ExifOrientation.h"
 #include "TavrinCore/Platform/Linux/Pictures/PictureCodecs.h"
-#include "TavrinCore/Platform/Linux/Pictures/PictureShrinker.h"
+#include "TavrinCore/Platform/Linux/Pictures/PictureSink.h"
 
 #include <webp/decode.h>
 #include <webp/demux.h>
@@ -15,7 +15,7 @@ namespace {
 
 /// The format's own limit is 4 GiB; no picture within the limit of pixels comes near this.
 constexpr std::uint64_t kMostBytes = std::uint64_t{96} << 20U;
-/// The longest side to which the library scales.
+/// The longest side to which the library scales where brightness is enough.
 constexpr std::uint64_t kScaledSide = 512;
 constexpr int kLossless = 2;
 /// Some 20 ms of work. The library goes back a little at the end of each piece, so that smaller ones cost.
@@ -76,7 +76,16 @@ bool decodeByPieces(const WebPData& data, WebPDecoderConfig& config, const Pictu
     return false;
 }
 
-bool decode(const WebPIterator& frame, const PictureInput& input, const Scale& scale, PictureShrinker& shrinker) {
+/// What must be left of the canvas. In colours it is what is asked for, to the pixel.
+Scale scaleOf(std::uint64_t width, std::uint64_t height, const PictureSink::Wanted& wanted) {
+    const std::uint64_t longest = std::max(width, height);
+    const std::uint64_t shortest = std::min(width, height);
+    if (!wanted.isInColours) return {.to = std::min(longest, kScaledSide), .from = longest};
+    if (wanted.onLongest > 0) return {.to = std::min<std::uint64_t>(longest, wanted.onLongest), .from = longest};
+    return {.to = std::min<std::uint64_t>(shortest, wanted.onShortest), .from = shortest};
+}
+
+bool decode(const WebPIterator& frame, const PictureInput& input, const Scale& scale, PictureSink& sink) {
     WebPDecoderConfig config;
     if (::WebPInitDecoderConfig(&config) == 0) return false;
     if (::WebPGetFeatures(frame.fragment.bytes, frame.fragment.size, &config.input) != VP8_STATUS_OK) return false;
@@ -94,9 +103,10 @@ bool decode(const WebPIterator& frame, const PictureInput& input, const Scale& s
     const bool isDecoded = decodeByPieces(frame.fragment, config, input);
     for (std::size_t y = 0; isDecoded && y < height; ++y) {
         const std::uint8_t* row = config.output.u.RGBA.rgba + y * static_cast<std::size_t>(config.output.u.RGBA.stride);
-        shrinker.addRow(scale(static_cast<std::uint64_t>(frame.x_offset)),
-                        scale(static_cast<std::uint64_t>(frame.y_offset)) + y, {row, 4 * width},
-                        PixelKind::premultipliedRGBA);
+        sink.add({.x = scale(static_cast<std::uint64_t>(frame.x_offset)),
+                  .y = scale(static_cast<std::uint64_t>(frame.y_offset)) + y,
+                  .samples = {row, 4 * width},
+                  .kind = PixelKind::premultipliedRGBA});
     }
     ::WebPFreeDecBuffer(&config.output);
     return isDecoded;
@@ -113,21 +123,21 @@ unsigned orientationIn(const WebPDemuxer* demuxer) {
 
 }  // namespace
 
-std::optional<GreyPicture> readWebP(PictureInput& input) {
+bool readWebP(PictureInput& input, PictureSink& sink) {
     const std::vector<std::uint8_t> bytes = wholeFile(input);
     const WebPData data{bytes.data(), bytes.size()};
     const std::unique_ptr<WebPDemuxer, DeleteDemuxer> demuxer(::WebPDemux(&data));
-    if (demuxer == nullptr) return std::nullopt;
+    if (demuxer == nullptr) return false;
     const std::uint64_t width = ::WebPDemuxGetI(demuxer.get(), WEBP_FF_CANVAS_WIDTH);
     const std::uint64_t height = ::WebPDemuxGetI(demuxer.get(), WEBP_FF_CANVAS_HEIGHT);
-    if (!hasPixels(width, height, kMostPixels)) return std::nullopt;
+    if (!hasPixels(width, height, kMostPixels)) return false;
     const FirstFrame frame(demuxer.get());
-    if (!frame.isThere()) return std::nullopt;
-    const std::uint64_t longest = std::max(width, height);
-    const Scale scale{.to = std::min(longest, kScaledSide), .from = longest};
-    PictureShrinker shrinker(scale.atLeastOne(width), scale.atLeastOne(height));
-    if (!decode(*frame, input, scale, shrinker)) return std::nullopt;
-    return shrinker.thumbnail(orientationIn(demuxer.get()));
+    if (!frame.isThere()) return false;
+    const Scale scale = scaleOf(width, height, sink.wanted());
+    sink.begin({.width = scale.atLeastOne(width),
+                .height = scale.atLeastOne(height),
+                .orientation = orientationIn(demuxer.get())});
+    return decode(*frame, input, scale, sink);
 }
 
 }  // namespace tavrin
