@@ -22,14 +22,14 @@ constexpr auto idEncoding = QByteArray::Base64UrlEncoding | QByteArray::OmitTrai
 // One picture on its way. The engine deletes it on the main thread once `finished` was heard.
 class ThumbnailResponse : public QQuickImageResponse, public QRunnable {
   public:
-    /// A whole picture that fits into `bounds`, or with a share for its corners a square that fills them.
-    ThumbnailResponse(URL url, QSize bounds, std::optional<double> cornerShare)
-        : url_(std::move(url)), bounds_(bounds), cornerShare_(cornerShare) {
+    /// A whole picture of at most `side` pixels, or with a share for its corners a square of just as many.
+    ThumbnailResponse(URL url, int side, std::optional<double> cornerShare)
+        : url_(std::move(url)), side_(side), cornerShare_(cornerShare) {
         setAutoDelete(false);
     }
 
     void run() override {
-        if (!cancelled_.load(std::memory_order_relaxed)) image_ = load();
+        if (!isCancelled()) image_ = load();
         Q_EMIT finished();
     }
 
@@ -41,14 +41,16 @@ class ThumbnailResponse : public QQuickImageResponse, public QRunnable {
     }
 
   private:
+    [[nodiscard]] bool isCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
     [[nodiscard]] QImage load() const {
-        if (!cornerShare_) return readPicture(url_, bounds_);
-        const QImage picture = readPicture(url_, bounds_, Qt::KeepAspectRatioByExpanding);
-        return picture.isNull() ? picture : roundedSquare(picture, bounds_.width(), *cornerShare_);
+        const PictureForm form{.side = static_cast<std::size_t>(side_),
+                               .shape = cornerShare_ ? PictureForm::Shape::square : PictureForm::Shape::whole};
+        const QImage picture = readPicture(url_, form, [this] { return isCancelled(); });
+        return picture.isNull() || !cornerShare_ ? picture : roundedSquare(picture, side_, *cornerShare_);
     }
 
     URL url_;
-    QSize bounds_;
+    int side_;
     std::optional<double> cornerShare_;
     std::atomic<bool> cancelled_ = false;
     QImage image_;
@@ -106,7 +108,7 @@ QQuickImageResponse* ThumbnailImages::requestImageResponse(const QString& id, co
     bool isSquare = false;
     const double share = form.toInt(&isSquare) / 1000.0;
     const int side = requestedSize.isEmpty() ? defaultSide : std::max(requestedSize.width(), requestedSize.height());
-    auto* response = new ThumbnailResponse(URL::fromAbsoluteString(text.toStdString()).value_or(URL()), {side, side},
+    auto* response = new ThumbnailResponse(URL::fromAbsoluteString(text.toStdString()).value_or(URL()), side,
                                            isSquare ? std::optional(share) : std::nullopt);
     fileThreads().start(response);
     return response;
