@@ -2,12 +2,16 @@
 #include "PictureWays.h"
 #include "Support/Pictures.h"
 #include "Support/PretendedFile.h"
+#include "Support/TestFolder.h"
 #include "TavrinCore/Platform/PictureDecoder.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -130,6 +134,17 @@ TEST(HostilePicture, aPictureThatClaimsMoreThanItHoldsIsDroppedInFlatMemory) {
     std::string bmp = test::asBMP(test::uniform(7, 64, 64), test::BMPForm::topDown32);
     bmp.replace(18, 8, std::string("\x80\xd1\xf0\x08\xff\xff\xff\xff", 8));
     expectRefusedQuickly(bmp, "a BMP of one row of 150 million pixels");
+}
+
+TEST(HostilePicture, aFileLongerThanAnyPictureIsNotSearchedThrough) {
+    const test::TestFolder folder;
+    const URL url = folder.file("hole.jpg", std::string("\xff\xd8\xff\xe0", 4) + std::string(100, '\0'));
+    std::filesystem::resize_file(url.path(), std::uintmax_t{1} << 42U);
+    for (const auto& [way, decode] : kDecoders) {
+        const std::unique_ptr<FileReader> file = FileReader::open(url, FileReader::Expect::beginning);
+        ASSERT_TRUE(file);
+        EXPECT_FALSE(decode(*file, neverCancelled)) << way;
+    }
 }
 
 TEST(HostilePicture, aJPEGThatGoesOverItsPixelsWithoutEndIsNone) {

@@ -14,6 +14,10 @@ namespace {
 
 using Codec = bool (*)(PictureInput& input, PictureSink& sink);
 
+/// The most pixels there may be, each of eight bytes, and room for what is said about them. What is longer, hardly any
+/// of it on the disk perhaps, would be searched for the next piece of a picture to its far end.
+constexpr std::uint64_t kMostBytes = std::uint64_t{2} << 30U;
+
 /// By what stands in the file: many a picture bears the extension of another format. Null for what is none of them. The
 /// input is at its beginning before and after.
 Codec codecOf(PictureInput& input) {
@@ -34,6 +38,7 @@ Codec codecOf(PictureInput& input) {
 
 bool decodeInto(PictureSink& sink, FileReader& file, const CancellationCallback& isCancelled) {
     PictureInput input(file, isCancelled);
+    if (input.size() > kMostBytes) return false;
     const Codec codec = codecOf(input);
     return codec != nullptr && codec(input, sink);
 }
