@@ -107,19 +107,33 @@ class JPEGReader {
     /// Of a file with more than one scan, the library holds all coefficients.
     std::uint64_t mostPixels() { return ::jpeg_has_multiple_scans(&info_) ? kMostPixelsAtOnce : kMostPixels; }
 
-    void setUp() {
-        const unsigned longest = std::max(info_.image_width, info_.image_height);
-        const unsigned shortest = std::min(info_.image_width, info_.image_height);
+    /// The most by which it may be scaled. A file in scans must be decoded whole for less than an eighth, which takes
+    /// seven times as long as its first scan: for brightness, that one does a little earlier.
+    unsigned scaleDivisor() const {
+        const auto longest = std::max(info_.image_width, info_.image_height);
+        const auto shortest = std::min(info_.image_width, info_.image_height);
+        const bool isCheaperByEighths = info_.progressive_mode && !wanted_.isInColours;
+        const auto leaves = [&](unsigned divisor) {
+            const std::size_t parts = divisor == 8 && isCheaperByEighths ? 3 : 4;
+            return 4 * longest / divisor >= parts * wanted_.onLongest &&
+                   4 * shortest / divisor >= parts * wanted_.onShortest;
+        };
         unsigned divisor = 8;
-        while (divisor > 1 && (longest / divisor < wanted_.onLongest || shortest / divisor < wanted_.onShortest))
+        while (divisor > 1 && !leaves(divisor))
             divisor /= 2;
+        return divisor;
+    }
+
+    void setUp() {
+        const unsigned divisor = scaleDivisor();
         info_.scale_num = 1;
         info_.scale_denom = divisor;
         info_.do_block_smoothing = FALSE;
         info_.do_fancy_upsampling = wanted_.isInColours ? TRUE : FALSE;
         const bool isFourInks = info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
-        // Not the file's own brightness: other formats hold the colours, rounded, and a copy must have the same hash.
-        const bool isGrey = info_.jpeg_color_space == JCS_GRAYSCALE;
+        // The file's own brightness isn't that of its colours, which are rounded and which other formats hold; among
+        // many blocks it evens out.
+        const bool isGrey = (divisor == 8 && !wanted_.isInColours) || info_.jpeg_color_space == JCS_GRAYSCALE;
         info_.out_color_space = isFourInks ? JCS_CMYK : isGrey ? JCS_GRAYSCALE : JCS_RGB;
         // Its last bits come with later scans, and a screen shows them.
         onlyFirstScan_ = info_.progressive_mode && divisor == 8 && !wanted_.isInColours && !isFourInks;

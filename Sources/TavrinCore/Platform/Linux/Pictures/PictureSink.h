@@ -22,7 +22,7 @@ inline constexpr std::uint64_t kMostPixelsAtOnce = 40'000'000;
 inline constexpr std::uint32_t kLightParts = 65'536;
 
 /// Brightness as JPEG has it (ITU-R BT.601), in those parts. Of one colour all over, rounding would go one way.
-[[nodiscard]] inline std::uint32_t light(unsigned red, unsigned green, unsigned blue) {
+[[nodiscard]] constexpr std::uint64_t light(std::uint64_t red, std::uint64_t green, std::uint64_t blue) {
     return 19'595U * red + 38'470U * green + 7'471U * blue;
 }
 
