@@ -42,11 +42,11 @@ class Drawing:
         ]
         return Drawing(self.height, self.width, rows)
 
-    def png(self, orientation=None):
+    def png(self, orientation=None, level=6):
         chunks = [(b"IHDR", struct.pack(">IIBBBBB", self.width, self.height, 8, 2, 0, 0, 0))]
         if orientation is not None:
             chunks.append((b"eXIf", b"II*\0\x08\0\0\0\x01\0" + struct.pack("<HHIIi", 274, 3, 1, orientation, 0)))
-        chunks.append((b"IDAT", zlib.compress(b"".join(b"\0" + row for row in self.rows), 6)))
+        chunks.append((b"IDAT", zlib.compress(b"".join(b"\0" + row for row in self.rows), level)))
         chunks.append((b"IEND", b""))
         return b"\x89PNG\r\n\x1a\n" + b"".join(
             struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))

@@ -1,11 +1,13 @@
 """Pictures and films of the screen, as systems in English and in Spanish name them."""
 
+import math
+
 from . import contents
+from .photographs import Drawing
 from .world import at
 
 DESKTOP = at("Desktop")
 CHOSEN = at("Pictures", "Capturas")
-PICTURE = b"\x89PNG\r\n\x1a\n"
 
 
 def desktop(world):
@@ -42,4 +44,36 @@ def chosen_folder(world):
 
 
 def picture(chance):
-    return PICTURE + chance.randbytes(contents.size_of_a_file(chance, 40_000, 500_000))
+    """Some windows on a desktop. Not packed, which makes it as large as such files are."""
+    size = contents.size_of_a_file(chance, 40_000, 500_000)
+    width = max(160, int(math.sqrt(size / 3 * 1.6)))
+    height = width * 10 // 16
+    top, bottom = colour(chance, 20, 90), colour(chance, 90, 200)
+    rows = []
+    for y in range(height):
+        rows.append(bytearray(bytes(a + (b - a) * y // height for a, b in zip(top, bottom)) * width))
+    fill(rows, 0, 0, width, height // 30 + 1, b"\x1e\x1e\x22")
+    for _ in range(chance.randrange(1, 4)):
+        window(chance, rows, width, height)
+    return Drawing(width, height, [bytes(row) for row in rows]).png(level=0)
+
+
+def window(chance, rows, width, height):
+    left, top = chance.randrange(width // 2), chance.randrange(height // 12, height // 2)
+    right = chance.randrange(left + width // 4, width)
+    bottom = chance.randrange(top + height // 4, height)
+    fill(rows, left, top, right, bottom, colour(chance, 225, 255))
+    fill(rows, left, top, right, top + height // 20 + 1, colour(chance, 120, 200))
+    line = height // 30 + 2
+    for y in range(top + 3 * line, bottom - line, 2 * line):
+        end = chance.randrange(left + width // 8, right)
+        fill(rows, left + width // 40, y, end, y + line // 2, b"\x60\x64\x70")
+
+
+def colour(chance, least, most):
+    return bytes(chance.randrange(least, most) for _ in range(3))
+
+
+def fill(rows, left, top, right, bottom, colour_of_it):
+    for row in rows[top:bottom]:
+        row[3 * left : 3 * right] = colour_of_it * max(0, right - left)
