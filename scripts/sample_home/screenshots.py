@@ -48,14 +48,30 @@ def picture(chance):
     size = contents.size_of_a_file(chance, 40_000, 500_000)
     width = max(160, int(math.sqrt(size / 3 * 1.6)))
     height = width * 10 // 16
-    top, bottom = colour(chance, 20, 90), colour(chance, 90, 200)
+    across = background(chance, width)
     rows = []
     for y in range(height):
-        rows.append(bytearray(bytes(a + (b - a) * y // height for a, b in zip(top, bottom)) * width))
+        darker = bytes(value * (height + y) // (2 * height) for value in range(256))
+        rows.append(bytearray(across.translate(darker)))
     fill(rows, 0, 0, width, height // 30 + 1, b"\x1e\x1e\x22")
     for _ in range(chance.randrange(1, 4)):
         window(chance, rows, width, height)
     return Drawing(width, height, [bytes(row) for row in rows]).png(level=0)
+
+
+def background(chance, width):
+    """One row of it: light that comes and goes from the left to the right, so that no two look alike."""
+    parts = 8
+    base = colour(chance, 50, 170)
+    lights = []
+    for _ in range(parts + 1):
+        share = chance.randrange(40, 150)
+        lights.append([value * share // 100 for value in base])
+    row = bytearray()
+    for x in range(width):
+        part, rest = divmod(x * parts / width, 1)
+        row += bytes(int(a + (b - a) * rest) for a, b in zip(lights[int(part)], lights[int(part) + 1]))
+    return bytes(row)
 
 
 def window(chance, rows, width, height):
