@@ -18,8 +18,6 @@ namespace {
 
 constexpr std::string_view kPrefix = "unfinished-";
 constexpr std::string_view kSuffix = ".json";
-/// The paths of a user's files are nobody else's business.
-constexpr unsigned kFileMode = 0600;
 /// A million paths: far beyond any clean, and within what a program may hold.
 constexpr std::size_t kMaxBytes = std::size_t{1} << 29U;
 /// What a power cut may cost. To wait for the disk after each path would make a clean of many small ones a long one.
@@ -68,7 +66,7 @@ CleanJournal::CleanJournal(const URL& folder, std::string module, std::optional<
 }
 
 void CleanJournal::note(const TrashedEntry& entry, std::int64_t bytes) {
-    if (!std::exchange(isTried_, true)) file_ = AppendedFile::make(url_, kFileMode);
+    if (!std::exchange(isTried_, true)) file_ = AppendedFile::make(url_, kHistoryFileMode);
     if (file_ == nullptr) return;
     line_.date = Date::now();
     line_.reclaimedBytes = bytes;

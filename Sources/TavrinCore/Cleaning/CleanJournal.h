@@ -18,6 +18,9 @@
 
 namespace tavrin {
 
+/// Of every file in the folder of the history: the paths of a user's files are nobody else's business.
+inline constexpr unsigned kHistoryFileMode = 0600;
+
 /// Made on one thread, then used on another; never on two at once.
 class CleanJournal {
   public:

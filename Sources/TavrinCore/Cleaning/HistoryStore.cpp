@@ -18,8 +18,6 @@ namespace {
 
 /// Some four million paths: far beyond any history, and within what a program may hold.
 constexpr std::size_t kMaxBytes = std::size_t{1} << 30U;
-/// The paths of a user's files are nobody else's business.
-constexpr unsigned kFileMode = 0600;
 
 /// Once it has been made, with those above it, where it was missing.
 bool existsOrMade(const URL& folder) {
@@ -41,7 +39,7 @@ URL historyFolder() {
 void keepAside(const std::string& bytes, const URL& damagedURL) {
     std::error_code ignored;
     std::filesystem::remove(damagedURL.path(), ignored);
-    (void)writeAtomically(damagedURL, bytes, kFileMode);
+    (void)writeAtomically(damagedURL, bytes, kHistoryFileMode);
 }
 
 /// What can't be read can still be renamed.
@@ -79,7 +77,7 @@ std::vector<CleanupRecord> HistoryStore::loadFile() {
 bool HistoryStore::save(const std::vector<CleanupRecord>& records) {
     const std::optional<std::string> text = encodeHistory(records);
     if (text && std::exchange(isUnread_, false)) moveAside(fileURL_, damagedURL_);
-    if (!text || !writeAtomically(fileURL_, *text, kFileMode)) return false;
+    if (!text || !writeAtomically(fileURL_, *text, kHistoryFileMode)) return false;
     std::error_code ignored;
     for (const URL& journal : std::exchange(settled_, {}))
         std::filesystem::remove(journal.path(), ignored);
